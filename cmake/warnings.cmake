@@ -1,0 +1,3 @@
+# Warnings are errors in everything that is written here.
+add_library(t_genproc_warnings INTERFACE)
+target_compile_options(t_genproc_warnings INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror)

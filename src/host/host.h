@@ -1,0 +1,58 @@
+/// What a host supplies beside its records: names and words of its own, a few services, and the error reporter.
+///
+/// Derive from Host and hand it to the Library. The Library asks for the utility object and the error reporter when
+/// it first needs them and keeps both for its whole life.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace t_gencvf {
+
+/// The host application object: the names and words that stand in the settings files.
+struct Application {
+    // Section names
+    std::string generalSection;       ///< data and list paths, Instant Help, the preferences
+    std::string programSection;       ///< ProgPath and the two keys below, in the program-wide file
+    std::string dataSettingsSection;  ///< a job's data settings
+    std::string leastSquaresSection;  ///< the least-squares options
+    std::string settingsSection;      ///< "Last" and the recent jobs
+
+    // Keys of the two values that the host keeps in the program-wide file
+    std::string programKeyOne;
+    std::string programKeyTwo;
+
+    // The words for a Boolean in those settings that are written as words
+    std::string wordTrue = "True";
+    std::string wordFalse = "False";
+};
+
+/// The host utility object.
+class Utility {
+   public:
+    virtual ~Utility() = default;
+    virtual bool FolderExists(std::string_view folder) = 0;
+    /// The current local date and time, as a Date value.
+    virtual double Now() = 0;
+};
+
+/// The host's error reporter: it receives one (source, procedure) pair for each procedure that an error leaves.
+class ErrorReporter {
+   public:
+    virtual ~ErrorReporter() = default;
+    /// While set, the library leaves the next report out and clears it.
+    virtual bool suppressNextReport() = 0;
+    virtual void suppressNextReport(bool suppress) = 0;
+    virtual void ReportError(const std::string& source, const std::string& procedureName) = 0;
+};
+
+class Host {
+   public:
+    virtual ~Host() = default;
+    virtual const Application& application() = 0;
+    virtual std::unique_ptr<Utility> createUtility() = 0;
+    virtual std::unique_ptr<ErrorReporter> createErrorReporter() = 0;
+};
+
+}  // namespace t_gencvf

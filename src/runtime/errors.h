@@ -1,0 +1,68 @@
+/// Run-time errors, known by their number.
+///
+///     throw RuntimeError(ErrorNumber::Overflow);
+///
+/// The number is what a host acts on; the source names the procedure that failed last, and the description is
+/// always the standard one of the number.
+#pragma once
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace t_genproc {
+
+/// The numbers that the library itself raises or acts on. A host or an object may raise any other.
+enum class ErrorNumber : std::int32_t {
+    InvalidProcedureCall = 5,
+    Overflow = 6,
+    OutOfMemory = 7,
+    SubscriptOutOfRange = 9,
+    TypeMismatch = 13,
+    InternalError = 51,
+    BadFileNameOrNumber = 52,
+    FileNotFound = 53,
+    BadFileMode = 54,
+    FileAlreadyOpen = 55,
+    DeviceInputOutput = 57,
+    FileAlreadyExists = 58,
+    DiskFull = 61,
+    InputPastEnd = 62,
+    TooManyFiles = 67,
+    DeviceUnavailable = 68,
+    PermissionDenied = 70,
+    DiskNotReady = 71,
+    PathFileAccess = 75,
+    PathNotFound = 76,
+    ObjectNotSet = 91,
+    InvalidUseOfNull = 94,
+    NoSuchControlArrayElement = 340,
+    ObjectRequired = 424,
+    NoSuchMember = 438,
+    WrongNumberOfArguments = 450,
+};
+
+/// The source of an error that starts inside the library, until the first procedure reports it.
+inline constexpr std::string_view kLibrarySource = "t_genproc";
+
+/// The standard description of `number`, for example "File not found" of 53; a number without one has
+/// "Application-defined or object-defined error".
+std::string_view errorDescription(std::int32_t number);
+
+class RuntimeError : public std::runtime_error {
+   public:
+    explicit RuntimeError(ErrorNumber number, std::string_view source = kLibrarySource);
+    explicit RuntimeError(std::int32_t number, std::string_view source = kLibrarySource);
+
+    std::int32_t number() const noexcept { return number_; }
+    bool is(ErrorNumber number) const noexcept { return number_ == static_cast<std::int32_t>(number); }
+    const std::string& source() const noexcept { return source_; }
+    std::string_view description() const { return errorDescription(number_); }
+
+   private:
+    std::int32_t number_;
+    std::string source_;
+};
+
+}  // namespace t_genproc

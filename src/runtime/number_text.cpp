@@ -1,0 +1,71 @@
+#include "runtime/number_text.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+#include "runtime/text.h"
+
+namespace t_genproc {
+namespace {
+
+constexpr double kLeastPlain = 1e-15;
+constexpr double kPlainBelow = 1e15;
+
+template <class Number>
+std::string shortest(Number value) {
+    const double magnitude = std::abs(static_cast<double>(value));
+    const bool plain = magnitude == 0 || (magnitude >= kLeastPlain && magnitude < kPlainBelow);
+    std::array<char, 64> buffer{};
+    const auto format = plain ? std::chars_format::fixed : std::chars_format::scientific;
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, format).ptr;
+    std::string text(buffer.data(), end);
+    if (std::isfinite(value)) std::ranges::replace(text, 'e', 'E');
+    return text;
+}
+
+/// Whether unsigned `digits`, which are out of the range of a double, are so because they are too small.
+bool isBelowOne(std::string_view digits) {
+    const std::size_t mantissaEnd = std::min(digits.find_first_of("Ee"), digits.size());
+    const std::string_view mantissa = digits.substr(0, mantissaEnd);
+    const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
+    const std::size_t firstDigit = mantissa.find_first_of("123456789");
+    std::string_view exponentText = digits.substr(mantissaEnd);
+    exponentText.remove_prefix(std::min(exponentText.find_first_not_of("Ee+"), exponentText.size()));
+    long long exponent = 0;
+    if (std::from_chars(exponentText.data(), exponentText.data() + exponentText.size(), exponent).ec ==
+        std::errc::result_out_of_range) {
+        return exponentText.starts_with('-');
+    }
+    const long long pointDistance = static_cast<long long>(point) - static_cast<long long>(firstDigit);
+    return exponent + pointDistance <= 0;
+}
+
+}  // namespace
+
+std::string numberText(std::int64_t value) { return std::to_string(value); }
+std::string numberText(double value) { return shortest(value); }
+std::string numberText(float value) { return shortest(value); }
+
+std::optional<double> parseNumber(std::string_view text) {
+    std::string digits(text::trim(text));
+    for (char& c : digits) {
+        if (c == 'D' || c == 'd') c = 'E';
+    }
+    const bool negative = digits.starts_with('-');
+    if (negative || digits.starts_with('+')) digits.erase(0, 1);
+    if (digits.find_first_not_of("0123456789.Ee+-") != std::string::npos || digits.starts_with('-')) return {};
+
+    double value = 0;
+    const char* const end = digits.data() + digits.size();
+    const auto [stop, error] = std::from_chars(digits.data(), end, value);
+    if (stop != end || error == std::errc::invalid_argument) return {};
+    if (error == std::errc::result_out_of_range) {
+        value = isBelowOne(digits) ? 0 : std::numeric_limits<double>::infinity();
+    }
+    return negative ? -value : value;
+}
+
+}  // namespace t_genproc
