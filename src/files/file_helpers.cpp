@@ -43,7 +43,8 @@ bool cGenProcs::OpenFileForInput(std::int16_t fileNo, const std::string& fileNam
             return true;
         }
         if (size != 0) throw RuntimeError(ErrorNumber::FileNotFound);
-        library_.platform().windows->MessageBoxA(message + " - file empty !!", kMessageTitle, MessageStyle::Ok);
+        library_.platform().windows->MessageBoxA(message + " - file empty !!", kMessageTitle,
+                                                 MessageStyle::Ok);
         return false;
     });
 }
@@ -119,7 +120,8 @@ std::string cGenProcs::FileNameExtn(const std::string& filesName, std::string* f
     });
 }
 
-bool cGenProcs::CreatePath(std::string destPath, bool subdueError, std::int32_t* errNum, std::string* pathOK) {
+bool cGenProcs::CreatePath(std::string destPath, bool subdueError, std::int32_t* errNum,
+                           std::string* pathOK) {
     return procedure(library_, "(Class Module) cGenProcs::Sub CreatePath", [&] {
         Folders& folders = *library_.platform().folders;
         const auto fail = [&](const RuntimeError& error, const std::string& where) {
@@ -127,8 +129,8 @@ bool cGenProcs::CreatePath(std::string destPath, bool subdueError, std::int32_t*
                 if (errNum != nullptr) *errNum = error.number();
             } else {
                 library_.platform().windows->MessageBoxA(
-                    "Error " + numberText(std::int64_t{error.number()}) + " in CreatePath " + where, kMessageTitle,
-                    MessageStyle::Exclamation);
+                    "Error " + numberText(std::int64_t{error.number()}) + " in CreatePath " + where,
+                    kMessageTitle, MessageStyle::Exclamation);
             }
             return false;
         };

@@ -18,7 +18,9 @@ class RecentJobsMenu {
     std::string caption(std::int16_t entry) const { return member(entry, "Caption").text(); }
     std::string path(std::int16_t entry) const { return text::mid(caption(entry), kPathInCaption); }
 
-    void setPath(std::int16_t entry, const std::string& path) { member(entry, "Caption") = captionFor(entry, path); }
+    void setPath(std::int16_t entry, const std::string& path) {
+        member(entry, "Caption") = captionFor(entry, path);
+    }
     void clear(std::int16_t entry) { member(entry, "Caption") = ""; }
     void setVisible(std::int16_t entry, bool visible) { member(entry, "Visible") = visible; }
 
@@ -50,7 +52,8 @@ void cGenProcs::RecentJobsNewItem(const t_gencvf::JobItem& jobItem, const Object
             if (text::contains(menu.caption(i), path)) found = i;  // of several, the last one counts
         }
         if (found < 0) {
-            for (std::int16_t i = kLastEntry; i >= 1; --i) menu.setPath(i, menu.path(static_cast<std::int16_t>(i - 1)));
+            for (std::int16_t i = kLastEntry; i >= 1; --i)
+                menu.setPath(i, menu.path(static_cast<std::int16_t>(i - 1)));
             menu.setPath(0, path);
         } else {
             RecentJobsReOrder(found, mainForm);
@@ -63,7 +66,8 @@ void cGenProcs::RecentJobsReOrder(std::int16_t Index, const ObjectPointer& mainF
     procedure(library_, "(Class Module) cGenProcs::Sub RecentJobsReOrder", [&] {
         RecentJobsMenu menu(mainForm);
         const std::string path = menu.path(Index);
-        for (std::int16_t i = Index; i >= 1; --i) menu.setPath(i, menu.path(static_cast<std::int16_t>(i - 1)));
+        for (std::int16_t i = Index; i >= 1; --i)
+            menu.setPath(i, menu.path(static_cast<std::int16_t>(i - 1)));
         menu.setPath(0, path);
     });
 }

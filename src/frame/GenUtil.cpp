@@ -22,7 +22,8 @@ std::string codeText(std::int32_t code) {
 /// The log, open for appending and closed whatever happens.
 class LogFile {
    public:
-    LogFile(Library& library, const std::string& fileName) : files_(library.files()), number_(files_.freeFile()) {
+    LogFile(Library& library, const std::string& fileName)
+        : files_(library.files()), number_(files_.freeFile()) {
         if (cGenProcs(library).FileExist(fileName)) {
             files_.openForAppend(number_, fileName);
         } else {

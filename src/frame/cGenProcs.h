@@ -5,9 +5,9 @@
 ///     const std::string editor =
 ///         procs.INIstringGet("C:\\Tavoru\\user.ini", "General", "Editor", "notepad.exe", true, &changes);
 ///
-/// Every member can fail: it then reports to the error trail and raises the error under its own name (procedure.h).
-/// Members that only pass on what a host object or the system raises do not list those errors. An output argument
-/// that was set before a failure keeps its value.
+/// Every member can fail: it then reports to the error trail and raises the error under its own name
+/// (procedure.h). Members that only pass on what a host object or the system raises do not list those errors.
+/// An output argument that was set before a failure keeps its value.
 #pragma once
 
 #include <cstdint>
@@ -36,29 +36,32 @@ class cGenProcs {
     //
     // `changes` counts successful writes. Error 6: it would pass 32767; the write has happened by then.
 
-    /// The value of `sectionItem`, its first 199 characters. A missing key, and one that holds "NotFound", takes
-    /// `defaultValu`: unless that is empty it is written into the file and given, and counts as one change. Where
-    /// it cannot be written, the answer is empty and nothing is counted, unless `retainDefault` is set.
+    /// The value of `sectionItem`, its first 199 characters. A missing key, and one that holds "NotFound",
+    /// takes `defaultValu`: unless that is empty it is written into the file and given, and counts as one
+    /// change. Where it cannot be written, the answer is empty and nothing is counted, unless `retainDefault`
+    /// is set.
     std::string INIstringGet(const std::string& fileName, const std::string& sectionName,
                              const std::string& sectionItem, const std::string& defaultValu = {},
                              bool retainDefault = false, std::int16_t* changes = nullptr);
 
-    /// Writes `valu`, creating file, section and key as needed. False: the file takes no change. Writing what the
-    /// file holds already counts as a change too.
-    bool INIstringSet(const std::string& fileName, const std::string& sectionName, const std::string& sectionItem,
-                      const std::string& valu, std::int16_t* changes = nullptr);
+    /// Writes `valu`, creating file, section and key as needed. False: the file takes no change. Writing what
+    /// the file holds already counts as a change too.
+    bool INIstringSet(const std::string& fileName, const std::string& sectionName,
+                      const std::string& sectionItem, const std::string& valu,
+                      std::int16_t* changes = nullptr);
 
     // ---- Settings (settings/)
 
-    /// Writes the settings, one group for each switch that is set, from the host's records into `prog.userINIpath`
-    /// and `prog.progINIpath`; the two values of the host's own go into the latter whatever the switches say.
-    /// `changes` counts the writes into the program-wide file only. A key that cannot be written is passed over.
-    /// The layout stands in settings/user_settings.cpp.
+    /// Writes the settings, one group for each switch that is set, from the host's records into
+    /// `prog.userINIpath` and `prog.progINIpath`; the two values of the host's own go into the latter
+    /// whatever the switches say. `changes` counts the writes into the program-wide file only. A key that
+    /// cannot be written is passed over. The layout stands in settings/user_settings.cpp.
     ///
     /// Error 91: a record or the form that a group needs is missing; what was written before it stays.
     void INISettingsSave(bool program, bool tavoruPath, bool preferences, bool dataSettings, bool LSPrefs,
                          bool recentJobs, const t_gencvf::ProgramState& prog,
-                         const t_gencvf::JobItem* currentJob = nullptr, const cInstHelpSettings* IHelp = nullptr,
+                         const t_gencvf::JobItem* currentJob = nullptr,
+                         const cInstHelpSettings* IHelp = nullptr,
                          const t_gencvf::GeneralPreferences* genPrefs = nullptr,
                          const t_gencvf::JobConfiguration* jobSettings = nullptr,
                          const t_gencvf::LeastSquaresOptions* LSOptPrefs = nullptr,
@@ -67,23 +70,27 @@ class cGenProcs {
     /// Retired: raises error 51 on every call.
     void RegSettingsSave(bool program, bool tavoruPath, bool preferences, bool dataSettings, bool LSPrefs,
                          bool recentJobs, const t_gencvf::ProgramState* prog = nullptr,
-                         const t_gencvf::JobItem* currentJob = nullptr, const cInstHelpSettings* IHelp = nullptr,
+                         const t_gencvf::JobItem* currentJob = nullptr,
+                         const cInstHelpSettings* IHelp = nullptr,
                          const t_gencvf::GeneralPreferences* genPrefs = nullptr,
                          const t_gencvf::JobConfiguration* jobSettings = nullptr,
                          const t_gencvf::LeastSquaresOptions* LSOptPrefs = nullptr,
                          const ObjectPointer& mainForm = nullptr);
 
-    /// Remembers the job's name and extension as the last job of the user settings file. A job without a name, or a
-    /// file that cannot be written, leaves the old one.
+    /// Remembers the job's name and extension as the last job of the user settings file. A job without a
+    /// name, or a file that cannot be written, leaves the old one.
     void SaveCurrentJobName(const t_gencvf::JobItem& currentJob, const t_gencvf::ProgramState& prog);
 
-    /// Sets `pJob.jobName` and `pJob.jobExtension` (without its dot) from the last job of the settings file; both
-    /// become empty where it has none.
+    /// Sets `pJob.jobName` and `pJob.jobExtension` (without its dot) from the last job of the settings file;
+    /// both become empty where it has none.
     void ReadCurrentJobName(t_gencvf::JobItem& pJob, const std::string& userINIpath);
 
-    /// The folder for list files. `ListGrouping` 1: `dataPath` + "List\"; 2: `dataPath`; any other value, or a blank
-    /// choice: `mainPath` + "List\". Below 2 a missing folder is made (errors 75, 76). Both paths end in "\".
-    std::string SetListPath(std::int16_t ListGrouping, const std::string& mainPath, const std::string& dataPath);
+    /// The folder for list files. `ListGrouping` 1: `dataPath` + "List\"; 2: `dataPath`; any other value, or
+    /// a blank choice: `mainPath` + "List\". Below 2 a missing folder is made (errors 75, 76). Both paths end
+    /// in
+    /// "\".
+    std::string SetListPath(std::int16_t ListGrouping, const std::string& mainPath,
+                            const std::string& dataPath);
 
     // ---- Files (files/file_helpers.cpp)
     //
@@ -98,8 +105,9 @@ class cGenProcs {
     /// Closes the file and sets `fileNumber` to 0.
     void CloseFile(std::int16_t& fileNumber);
 
-    /// Whether a file of that name exists; a folder is none. `fiSize` takes its length in bytes, 2147483647 where it
-    /// is longer. With "?" or "*" in the name: whether any normal file matches, and `fiSize` takes their number.
+    /// Whether a file of that name exists; a folder is none. `fiSize` takes its length in bytes, 2147483647
+    /// where it is longer. With "?" or "*" in the name: whether any normal file matches, and `fiSize` takes
+    /// their number.
     bool FileExist(const std::string& fiName, std::int32_t* fiSize = nullptr);
 
     /// Whether the file exists and is not empty, or any file matches.
@@ -109,20 +117,23 @@ class cGenProcs {
     void FileNameDetails(const std::string& fullPathName, std::string& fiName, std::string* fiPath = nullptr,
                          std::string* fiDrv = nullptr);
 
-    /// The text behind the last dot, or from it on unless `trimDot` is set; `fiName` takes what stands ahead of it.
-    /// A name that only starts with a dot is kept whole in `fiName`. Both arguments may be the same text.
-    std::string FileNameExtn(const std::string& filesName, std::string* fiName = nullptr, bool trimDot = false);
+    /// The text behind the last dot, or from it on unless `trimDot` is set; `fiName` takes what stands ahead
+    /// of it. A name that only starts with a dot is kept whole in `fiName`. Both arguments may be the same
+    /// text.
+    std::string FileNameExtn(const std::string& filesName, std::string* fiName = nullptr,
+                             bool trimDot = false);
 
-    /// Makes every missing folder of `destPath`, which starts with a drive, and leaves the deepest one reached
-    /// current. `pathOK` takes the part that exists now, without its trailing "\". False: the rest cannot be made;
-    /// `subdueError` then puts the error number into `errNum` in place of a message.
+    /// Makes every missing folder of `destPath`, which starts with a drive, and leaves the deepest one
+    /// reached current. `pathOK` takes the part that exists now, without its trailing "\". False: the rest
+    /// cannot be made; `subdueError` then puts the error number into `errNum` in place of a message.
     bool CreatePath(std::string destPath, bool subdueError = false, std::int32_t* errNum = nullptr,
                     std::string* pathOK = nullptr);
 
     // ---- The recent-jobs menu (files/recent_jobs.cpp)
     //
-    // The captions of the main form's five menu entries `mnuFileRecentJobs` (0 to 4) are the list: "&1  " and the
-    // path of the most recent job, down to "&5  "; an empty entry has the caption "". Error 340: no such entry.
+    // The captions of the main form's five menu entries `mnuFileRecentJobs` (0 to 4) are the list: "&1  " and
+    // the path of the most recent job, down to "&5  "; an empty entry has the caption "". Error 340: no such
+    // entry.
 
     /// Puts the job at the top and remembers it as the last job, unless it is on top already.
     void RecentJobsNewItem(const t_gencvf::JobItem& jobItem, const ObjectPointer& mainForm,

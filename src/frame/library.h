@@ -1,4 +1,5 @@
-/// The shared context: what every class of the library needs, built once by the host and handed to each class.
+/// The shared context: what every class of the library needs, built once by the host and handed to each
+/// class.
 ///
 ///     Platform platform = portablePlatform();
 ///     MyHost host;

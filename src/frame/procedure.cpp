@@ -26,7 +26,8 @@ RuntimeError currentError() {
     }
 }
 
-/// Reports, and gives the number to raise again. A reporter that fails must not hide the error it was told of.
+/// Reports, and gives the number to raise again. A reporter that fails must not hide the error it was told
+/// of.
 std::int32_t report(Library& library, std::string_view name) noexcept {
     const RuntimeError error = currentError();
     try {

@@ -4,10 +4,10 @@
 ///         return procedure(library_, "(Class Module) cGenProcs::Function FileExist", [&] { ... });
 ///     }
 ///
-/// Whatever leaves the body is reported to the error trail, with the failing error's source and this procedure's
-/// name, and raised again: the same number, the name as its source, the standard description. What the body created
-/// is released by then. A C++ exception that is no RuntimeError becomes one here: a failed allocation error 7, a
-/// length or range beyond what is possible error 9, anything else error 51.
+/// Whatever leaves the body is reported to the error trail, with the failing error's source and this
+/// procedure's name, and raised again: the same number, the name as its source, the standard description.
+/// What the body created is released by then. A C++ exception that is no RuntimeError becomes one here: a
+/// failed allocation error 7, a length or range beyond what is possible error 9, anything else error 51.
 #pragma once
 
 #include <string_view>

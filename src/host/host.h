@@ -1,7 +1,8 @@
-/// What a host supplies beside its records: names and words of its own, a few services, and the error reporter.
+/// What a host supplies beside its records: names and words of its own, a few services, and the error
+/// reporter.
 ///
-/// Derive from Host and hand it to the Library. The Library asks for the utility object and the error reporter when
-/// it first needs them and keeps both for its whole life.
+/// Derive from Host and hand it to the Library. The Library asks for the utility object and the error
+/// reporter when it first needs them and keeps both for its whole life.
 #pragma once
 
 #include <memory>
@@ -37,7 +38,8 @@ class Utility {
     virtual double Now() = 0;
 };
 
-/// The host's error reporter: it receives one (source, procedure) pair for each procedure that an error leaves.
+/// The host's error reporter: it receives one (source, procedure) pair for each procedure that an error
+/// leaves.
 class ErrorReporter {
    public:
     virtual ~ErrorReporter() = default;

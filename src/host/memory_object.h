@@ -22,8 +22,8 @@ class MemoryObject : public Object {
     MemoryObject& add(std::string_view property, Variant value);
     MemoryObject& addMethod(std::string_view name, Method method);
 
-    /// A property; with arguments, the default member of the object that it holds. Error 438: no such property;
-    /// 450: arguments for a property that holds no object.
+    /// A property; with arguments, the default member of the object that it holds. Error 438: no such
+    /// property; 450: arguments for a property that holds no object.
     Variant get(std::string_view member, Arguments arguments = {}) override;
     void let(std::string_view member, const Variant& value, Arguments arguments = {}) override;
     Variant call(std::string_view member, Arguments arguments = {}) override;
@@ -33,8 +33,8 @@ class MemoryObject : public Object {
     std::map<std::string, Method> methods_;
 };
 
-/// Controls that share one name and are told apart by an index, 0 to `count` - 1. Members: `Count`, and as the
-/// default member the element at an index (error 340 where there is none).
+/// Controls that share one name and are told apart by an index, 0 to `count` - 1. Members: `Count`, and as
+/// the default member the element at an index (error 340 where there is none).
 class MemoryControlArray : public Object {
    public:
     explicit MemoryControlArray(int count);

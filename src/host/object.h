@@ -18,8 +18,8 @@ using t_genproc::ObjectPointer;
 using t_genproc::Variant;
 using Arguments = std::span<const Variant>;
 
-/// Anything whose members are reached by name. Names are matched without regard to letter case; the empty name is
-/// the object's default member (of a control array: the element at an index).
+/// Anything whose members are reached by name. Names are matched without regard to letter case; the empty
+/// name is the object's default member (of a control array: the element at an index).
 ///
 /// Each call raises 438 for a member that the object does not have, and whatever else the object finds wrong.
 class Object {
@@ -31,14 +31,16 @@ class Object {
 };
 
 /// An object, or one of its members that is yet to be read, written or called. Light to copy; nothing happens
-/// before the last step of an expression. Error 91: Nothing stands where an object is needed; 424: something else.
+/// before the last step of an expression. Error 91: Nothing stands where an object is needed; 424: something
+/// else.
 class LateBound {
    public:
     explicit LateBound(ObjectPointer object) : object_(std::move(object)) {}
     LateBound(const LateBound&) = default;
     LateBound(LateBound&&) noexcept = default;
     ~LateBound() = default;
-    LateBound& operator=(const LateBound&) = delete;  // would read as a property let: say .get() for the value
+    LateBound& operator=(const LateBound&) =
+        delete;  // would read as a property let: say .get() for the value
 
     /// A member of the object that this expression stands for.
     LateBound operator[](std::string_view member) const;

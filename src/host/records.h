@@ -30,7 +30,7 @@ struct JobItem {
     std::string jobName;       ///< the file name without its extension
     std::string jobExtension;  ///< the extension as it follows the name
     std::string jobDataPath;   ///< the folder of the job's data, ending in "\"
-    std::string jobPath;       ///< the full name of the job's file or folder, as the recent-jobs menu shows it
+    std::string jobPath;  ///< the full name of the job's file or folder, as the recent-jobs menu shows it
 };
 
 /// The General preferences record.

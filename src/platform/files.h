@@ -1,5 +1,5 @@
-/// Files, as the system opens, reads, writes and finds them. Paths are backslash paths; a path without a drive or a
-/// leading "\" counts from the current drive and folder (see folders.h).
+/// Files, as the system opens, reads, writes and finds them. Paths are backslash paths; a path without a
+/// drive or a leading "\" counts from the current drive and folder (see folders.h).
 #pragma once
 
 #include <cstddef>
@@ -45,9 +45,9 @@ class Files {
 
     virtual Outcome<FileAttributes> GetFileAttributesExA(const std::string& fileName) = 0;
 
-    /// Every entry that matches: FindFirstFileA, FindNextFileA to the end, FindClose. Wild cards stand in the last
-    /// part of `pattern` only: "*" for any text, "?" for one character or none at the end of a name. FileNotFound
-    /// where nothing matches.
+    /// Every entry that matches: FindFirstFileA, FindNextFileA to the end, FindClose. Wild cards stand in the
+    /// last part of `pattern` only: "*" for any text, "?" for one character or none at the end of a name.
+    /// FileNotFound where nothing matches.
     virtual Outcome<std::vector<FoundFile>> FindFirstFileA(const std::string& pattern) = 0;
 
     /// Text as the system keeps it in text files, and back: the ANSI code page on Windows, UTF-8 elsewhere.

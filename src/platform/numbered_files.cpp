@@ -72,7 +72,8 @@ void NumberedFiles::close(std::int16_t fileNo) {
     open_.erase(found);
 
     SystemError written = SystemError::Success;
-    if (file.use != FileUse::Read && !file.buffer.empty()) written = files_.WriteFile(file.handle, file.buffer);
+    if (file.use != FileUse::Read && !file.buffer.empty())
+        written = files_.WriteFile(file.handle, file.buffer);
     const SystemError closed = files_.CloseHandle(file.handle);
     raiseOnFailure(written);
     raiseOnFailure(closed);
@@ -101,7 +102,8 @@ std::string NumberedFiles::lineInput(std::int16_t fileNo) {
     } while (end == std::string::npos && readMore(file));
 
     if (end == std::string::npos) end = file.buffer.size();
-    std::string line = files_.decode(std::string_view(file.buffer).substr(file.position, end - file.position));
+    std::string line =
+        files_.decode(std::string_view(file.buffer).substr(file.position, end - file.position));
     // A CR at the end of the block may have its LF in the next one; reading on shifts the block.
     const std::size_t lineBytes = end - file.position;
     if (end + 1 >= file.buffer.size()) readMore(file);

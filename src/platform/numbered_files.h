@@ -5,11 +5,12 @@
 ///     files.printLine(fileNo, "Station 4 re-observed");
 ///     files.close(fileNo);
 ///
-/// Numbers run from 1 to 511. Lines end with CR LF when they are written and with CR LF, LF or CR when they are read.
-/// What is written reaches the file at the latest when it is closed. Text is converted as Files::encode does.
+/// Numbers run from 1 to 511. Lines end with CR LF when they are written and with CR LF, LF or CR when they
+/// are read. What is written reaches the file at the latest when it is closed. Text is converted as
+/// Files::encode does.
 ///
-/// Errors of every member: 52, the number is out of range or not open; 54, the file is open for the other direction;
-/// and those of raiseOnFailure.
+/// Errors of every member: 52, the number is out of range or not open; 54, the file is open for the other
+/// direction; and those of raiseOnFailure.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,6 @@
-/// The operating system, service by service. A host builds one with portablePlatform (portable/portable_platform.h)
-/// or windowsPlatform (windows/windows_platform.h); a test replaces the services that it wants to script.
+/// The operating system, service by service. A host builds one with portablePlatform
+/// (portable/portable_platform.h) or windowsPlatform (windows/windows_platform.h); a test replaces the
+/// services that it wants to script.
 #pragma once
 
 #include <memory>

@@ -40,8 +40,8 @@ struct Outcome {
     explicit operator bool() const { return error == SystemError::Success; }
 };
 
-/// Raises the run-time error that `error` stands for, unless it is Success: 52, 53, 61, 67, 68, 70, 71, 75, 76, or 57
-/// where nothing fits better.
+/// Raises the run-time error that `error` stands for, unless it is Success: 52, 53, 61, 67, 68, 70, 71, 75,
+/// 76, or 57 where nothing fits better.
 void raiseOnFailure(SystemError error);
 
 }  // namespace t_genproc

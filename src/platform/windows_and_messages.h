@@ -34,9 +34,11 @@ class WindowsAndMessages {
     virtual ~WindowsAndMessages() = default;
 
     /// Shows a message box and waits for the answer.
-    virtual MessageAnswer MessageBoxA(const std::string& text, const std::string& caption, std::uint32_t style) = 0;
+    virtual MessageAnswer MessageBoxA(const std::string& text, const std::string& caption,
+                                      std::uint32_t style) = 0;
 
-    /// Lets the host's windows process what waits for them (PeekMessageA to DispatchMessageA, until nothing waits).
+    /// Lets the host's windows process what waits for them (PeekMessageA to DispatchMessageA, until nothing
+    /// waits).
     virtual void DispatchPendingMessages() = 0;
 };
 

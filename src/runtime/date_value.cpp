@@ -47,11 +47,13 @@ double dateValue(const CivilTime& time) {
     if (time.month < 1 || time.month > 12 || time.year < 100 || time.year > 9999) raiseOutOfRange();
     const sys_days firstOfMonth =
         std::chrono::year{time.year} / std::chrono::month{static_cast<unsigned>(time.month)} / 1;
-    const std::int64_t seconds = std::int64_t{time.hour} * 3600 + std::int64_t{time.minute} * 60 + time.second;
+    const std::int64_t seconds =
+        std::int64_t{time.hour} * 3600 + std::int64_t{time.minute} * 60 + time.second;
     std::int64_t wholeDays = seconds / kSecondsPerDay;
     if (seconds % kSecondsPerDay < 0) --wholeDays;  // the time of day counts forward from its midnight
     const double fraction = static_cast<double>(seconds - wholeDays * kSecondsPerDay) / kSecondsPerDay;
-    const double day = static_cast<double>((firstOfMonth - kDayZero).count() + std::int64_t{time.day} - 1 + wholeDays);
+    const double day =
+        static_cast<double>((firstOfMonth - kDayZero).count() + std::int64_t{time.day} - 1 + wholeDays);
     if (!inRange(day)) raiseOutOfRange();
     return day < 0 ? day - fraction : day + fraction;
 }
@@ -59,8 +61,8 @@ double dateValue(const CivilTime& time) {
 std::string dayMonthYearTime(double dateValue) {
     const CivilTime time = civilTime(dateValue);
     char buffer[96];
-    const int length = std::snprintf(buffer, sizeof buffer, "%02d-%02d-%04d  %02d:%02d:%02d", time.day, time.month,
-                                     time.year, time.hour, time.minute, time.second);
+    const int length = std::snprintf(buffer, sizeof buffer, "%02d-%02d-%04d  %02d:%02d:%02d", time.day,
+                                     time.month, time.year, time.hour, time.minute, time.second);
     return {buffer, static_cast<std::size_t>(length)};
 }
 

@@ -17,12 +17,12 @@ struct CivilTime {
     int second = 0;
 };
 
-/// The civil date and time of `dateValue`, whole seconds. A value within half a millisecond below a second stands
-/// for that second; any other fraction of a second is dropped. Error 5: out of range, or no number.
+/// The civil date and time of `dateValue`, whole seconds. A value within half a millisecond below a second
+/// stands for that second; any other fraction of a second is dropped. Error 5: out of range, or no number.
 CivilTime civilTime(double dateValue);
 
-/// The Date value of a civil time. A day beyond the end of its month runs on into the next one, and so do hours,
-/// minutes and seconds. Error 5: the date is out of range.
+/// The Date value of a civil time. A day beyond the end of its month runs on into the next one, and so do
+/// hours, minutes and seconds. Error 5: the date is out of range.
 double dateValue(const CivilTime& time);
 
 /// "14-11-2026  22:05:09": the time stamp of log lines.

@@ -56,7 +56,8 @@ std::optional<double> parseNumber(std::string_view text) {
     }
     const bool negative = digits.starts_with('-');
     if (negative || digits.starts_with('+')) digits.erase(0, 1);
-    if (digits.find_first_not_of("0123456789.Ee+-") != std::string::npos || digits.starts_with('-')) return {};
+    if (digits.find_first_not_of("0123456789.Ee+-") != std::string::npos || digits.starts_with('-'))
+        return {};
 
     double value = 0;
     const char* const end = digits.data() + digits.size();

@@ -11,13 +11,14 @@ namespace t_genproc {
 /// The decimal form, without a leading blank.
 std::string numberText(std::int64_t value);
 
-/// The shortest text that reads back to the same value: "0.1", "-1500", "8.1204E-16". Magnitudes from 1e-15 to
-/// below 1e15 are in plain decimal, others with an exponent.
+/// The shortest text that reads back to the same value: "0.1", "-1500", "8.1204E-16". Magnitudes from 1e-15
+/// to below 1e15 are in plain decimal, others with an exponent.
 std::string numberText(double value);
 std::string numberText(float value);
 
-/// The number that `text` is as a whole, blanks around it aside: an optional sign, decimals with an optional point,
-/// an optional exponent (E or D). None where it is anything else; infinity beyond the range of a double.
+/// The number that `text` is as a whole, blanks around it aside: an optional sign, decimals with an optional
+/// point, an optional exponent (E or D). None where it is anything else; infinity beyond the range of a
+/// double.
 std::optional<double> parseNumber(std::string_view text);
 
 }  // namespace t_genproc

@@ -14,9 +14,9 @@ constexpr char32_t kStrayByte = 0x110000;  // stray byte b is kStrayByte + b
 constexpr bool isContinuation(unsigned char byte) { return (byte & 0xC0U) == 0x80U; }
 
 struct LeadByte {
-    std::size_t length;   // of the whole character, 0 where no character starts with the byte
-    char32_t payload;     // the bits that the lead byte itself holds
-    char32_t smallest;    // the smallest code point that needs this length
+    std::size_t length;  // of the whole character, 0 where no character starts with the byte
+    char32_t payload;    // the bits that the lead byte itself holds
+    char32_t smallest;   // the smallest code point that needs this length
 };
 
 constexpr LeadByte classify(unsigned char byte) {
@@ -104,9 +104,7 @@ std::string_view trimLeft(std::string_view text) {
     return text;
 }
 
-std::string_view trimRight(std::string_view text) {
-    return text.substr(0, text.find_last_not_of(' ') + 1);
-}
+std::string_view trimRight(std::string_view text) { return text.substr(0, text.find_last_not_of(' ') + 1); }
 
 std::string_view trim(std::string_view text) { return trimRight(trimLeft(text)); }
 

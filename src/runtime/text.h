@@ -1,7 +1,8 @@
 /// Text by characters.
 ///
-/// Text is UTF-8. Positions and lengths count characters; positions start at 1. A byte that belongs to no valid
-/// character counts as one character and is carried along unchanged. "Blank" is the space character, nothing else.
+/// Text is UTF-8. Positions and lengths count characters; positions start at 1. A byte that belongs to no
+/// valid character counts as one character and is carried along unchanged. "Blank" is the space character,
+/// nothing else.
 #pragma once
 
 #include <cstddef>
@@ -20,8 +21,8 @@ std::ptrdiff_t length(std::string_view text);
 std::string left(std::string_view text, std::ptrdiff_t count);
 std::string right(std::string_view text, std::ptrdiff_t count);
 
-/// Up to `count` characters from position `start` on; empty behind the end. Error 5: `start` below 1 or a negative
-/// `count`.
+/// Up to `count` characters from position `start` on; empty behind the end. Error 5: `start` below 1 or a
+/// negative `count`.
 std::string mid(std::string_view text, std::ptrdiff_t start, std::ptrdiff_t count = kToTheEnd);
 
 /// Without the blanks at both ends, at the left end, at the right end.
@@ -38,8 +39,8 @@ inline bool contains(std::string_view text, std::string_view part) {
 std::string upper(std::string_view text);
 bool equalIgnoringCase(std::string_view a, std::string_view b);
 
-/// Takes the first character off `text` and gives its code point. A byte that belongs to no valid character gives
-/// a number above every code point, a different one for each byte. `text` must not be empty.
+/// Takes the first character off `text` and gives its code point. A byte that belongs to no valid character
+/// gives a number above every code point, a different one for each byte. `text` must not be empty.
 char32_t takeCharacter(std::string_view& text);
 void appendCharacter(std::string& text, char32_t character);
 

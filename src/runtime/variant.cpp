@@ -29,8 +29,8 @@ std::string dateText(double value) {
     const bool midnight = time.hour == 0 && time.minute == 0 && time.second == 0;
     const int length =
         midnight ? std::snprintf(buffer, sizeof buffer, "%04d-%02d-%02d", time.year, time.month, time.day)
-                 : std::snprintf(buffer, sizeof buffer, "%04d-%02d-%02d %02d:%02d:%02d", time.year, time.month,
-                                 time.day, time.hour, time.minute, time.second);
+                 : std::snprintf(buffer, sizeof buffer, "%04d-%02d-%02d %02d:%02d:%02d", time.year,
+                                 time.month, time.day, time.hour, time.minute, time.second);
     return {buffer, static_cast<std::size_t>(length)};
 }
 
@@ -64,7 +64,9 @@ std::string toText(const Variant& value) {
             [](Date date) -> std::string { return dateText(date.value); },
             [](const std::string& text) -> std::string { return text; },
             [](const ObjectPointer&) -> std::string { raise(ErrorNumber::TypeMismatch); },
-            []<std::integral Number>(Number number) -> std::string { return numberText(std::int64_t{number}); },
+            []<std::integral Number>(Number number) -> std::string {
+                return numberText(std::int64_t{number});
+            },
             []<std::floating_point Number>(Number number) -> std::string { return numberText(number); },
         },
         value);

@@ -35,9 +35,9 @@ inline bool isNull(const Variant& value) { return std::holds_alternative<Null>(v
 
 /// The conversions raise error 94 for Null, 13 for what cannot be converted, 6 for what does not fit.
 ///
-/// True is -1 as a number; a number is True unless it is 0. Fractions round to the nearest whole number, halves to
-/// the even one. A text is converted as parseNumber reads it; "True" and "False" in any letter case are Booleans.
-/// A Date becomes text as "2026-11-14 22:05:09", without the time where it is midnight.
+/// True is -1 as a number; a number is True unless it is 0. Fractions round to the nearest whole number,
+/// halves to the even one. A text is converted as parseNumber reads it; "True" and "False" in any letter case
+/// are Booleans. A Date becomes text as "2026-11-14 22:05:09", without the time where it is midnight.
 std::string toText(const Variant& value);
 bool toBoolean(const Variant& value);
 std::int16_t toInt16(const Variant& value);

@@ -22,7 +22,8 @@ void cGenProcs::SaveCurrentJobName(const t_gencvf::JobItem& currentJob, const t_
 
 void cGenProcs::ReadCurrentJobName(t_gencvf::JobItem& pJob, const std::string& userINIpath) {
     procedure(library_, "(Class Module) cGenProcs::Sub ReadCurrentJobName", [&] {
-        std::string name = INIstringGet(userINIpath, library_.application().settingsSection, kLastJobKey, "", true);
+        std::string name =
+            INIstringGet(userINIpath, library_.application().settingsSection, kLastJobKey, "", true);
         const std::string extension = FileNameExtn(name, &name, true);
         pJob.jobName = name;
         pJob.jobExtension = extension;

@@ -36,8 +36,9 @@ struct Word {  ///< a Boolean written as the host's word
 template <class Record>
 struct Setting {
     std::string_view key;
-    std::variant<std::string Record::*, std::uint8_t Record::*, std::int16_t Record::*, std::int32_t Record::*,
-                 float Record::*, double Record::*, Variant Record::*, Digit<Record>, Word<Record>>
+    std::variant<std::string Record::*, std::uint8_t Record::*, std::int16_t Record::*,
+                 std::int32_t Record::*, float Record::*, double Record::*, Variant Record::*, Digit<Record>,
+                 Word<Record>>
         value;
 };
 
@@ -155,10 +156,14 @@ std::string settingText(const Setting<Record>& setting, const Record& record, co
         } else {
             const auto& value = record.*member;
             using Value = std::remove_cvref_t<decltype(value)>;
-            if constexpr (std::is_same_v<Value, std::string>) return value;
-            else if constexpr (std::is_same_v<Value, Variant>) return toText(value);
-            else if constexpr (std::is_integral_v<Value>) return numberText(std::int64_t{value});
-            else return numberText(value);
+            if constexpr (std::is_same_v<Value, std::string>)
+                return value;
+            else if constexpr (std::is_same_v<Value, Variant>)
+                return toText(value);
+            else if constexpr (std::is_integral_v<Value>)
+                return numberText(std::int64_t{value});
+            else
+                return numberText(value);
         }
     };
     return std::visit(textOf, setting.value);
@@ -184,7 +189,8 @@ class SettingsSection {
 
     template <class Record>
     void write(std::span<const Setting<Record>> settings, const Record& record, const Application& host) {
-        for (const Setting<Record>& setting : settings) write(setting.key, settingText(setting, record, host));
+        for (const Setting<Record>& setting : settings)
+            write(setting.key, settingText(setting, record, host));
     }
 
    private:
@@ -196,8 +202,8 @@ class SettingsSection {
 
 }  // namespace
 
-void cGenProcs::INISettingsSave(bool program, bool tavoruPath, bool preferences, bool dataSettings, bool LSPrefs,
-                                bool recentJobs, const t_gencvf::ProgramState& prog,
+void cGenProcs::INISettingsSave(bool program, bool tavoruPath, bool preferences, bool dataSettings,
+                                bool LSPrefs, bool recentJobs, const t_gencvf::ProgramState& prog,
                                 const t_gencvf::JobItem* currentJob, const cInstHelpSettings* IHelp,
                                 const GeneralPreferences* genPrefs, const JobConfiguration* jobSettings,
                                 const LeastSquaresOptions* LSOptPrefs, const ObjectPointer& mainForm,
@@ -221,8 +227,10 @@ void cGenProcs::INISettingsSave(bool program, bool tavoruPath, bool preferences,
         programWide.write(host.programKeyTwo, prog.programValueTwo);
 
         if (preferences) userSection(host.generalSection).write<GP>(kPreferences, required(genPrefs), host);
-        if (dataSettings) userSection(host.dataSettingsSection).write<JC>(kDataSettings, required(jobSettings), host);
-        if (LSPrefs) userSection(host.leastSquaresSection).write<LS>(kLeastSquares, required(LSOptPrefs), host);
+        if (dataSettings)
+            userSection(host.dataSettingsSection).write<JC>(kDataSettings, required(jobSettings), host);
+        if (LSPrefs)
+            userSection(host.leastSquaresSection).write<LS>(kLeastSquares, required(LSOptPrefs), host);
 
         if (recentJobs) {
             SettingsSection recent = userSection(host.settingsSection);
@@ -235,11 +243,14 @@ void cGenProcs::INISettingsSave(bool program, bool tavoruPath, bool preferences,
     });
 }
 
-void cGenProcs::RegSettingsSave(bool /*program*/, bool /*tavoruPath*/, bool /*preferences*/, bool /*dataSettings*/,
-                                bool /*LSPrefs*/, bool /*recentJobs*/, const t_gencvf::ProgramState* /*prog*/,
+void cGenProcs::RegSettingsSave(bool /*program*/, bool /*tavoruPath*/, bool /*preferences*/,
+                                bool /*dataSettings*/, bool /*LSPrefs*/, bool /*recentJobs*/,
+                                const t_gencvf::ProgramState* /*prog*/,
                                 const t_gencvf::JobItem* /*currentJob*/, const cInstHelpSettings* /*IHelp*/,
-                                const GeneralPreferences* /*genPrefs*/, const JobConfiguration* /*jobSettings*/,
-                                const LeastSquaresOptions* /*LSOptPrefs*/, const ObjectPointer& /*mainForm*/) {
+                                const GeneralPreferences* /*genPrefs*/,
+                                const JobConfiguration* /*jobSettings*/,
+                                const LeastSquaresOptions* /*LSOptPrefs*/,
+                                const ObjectPointer& /*mainForm*/) {
     procedure(library_, "(Class Module) cGenProcs::Sub RegSettingsSave",
               [] { throw RuntimeError(ErrorNumber::InternalError); });
 }

@@ -21,11 +21,12 @@ struct PortableOptions {
     /// Called whenever the library lets the host's windows process their messages.
     std::function<void()> messagePump;
 
-    /// Where message boxes are shown and answered; by default the standard error output and the standard input.
+    /// Where message boxes are shown and answered; by default the standard error output and the standard
+    /// input.
     std::ostream* messages = nullptr;
     std::istream* answers = nullptr;
-    /// Whether somebody can answer; otherwise a box closes by its default button. By default: the standard input is
-    /// a terminal.
+    /// Whether somebody can answer; otherwise a box closes by its default button. By default: the standard
+    /// input is a terminal.
     std::function<bool()> canAnswer;
 };
 

@@ -1,0 +1,17 @@
+/// The portable adapters, one for each service. All of them share one drive map.
+#pragma once
+
+#include <memory>
+
+#include "platform/platform.h"
+#include "platform/portable/drive_map.h"
+#include "platform/portable/portable_platform.h"
+
+namespace t_genproc::portable {
+
+std::unique_ptr<ProfileFiles> makeProfileFiles(std::shared_ptr<DriveMap> drives);
+std::unique_ptr<Files> makeFiles(std::shared_ptr<DriveMap> drives);
+std::unique_ptr<Folders> makeFolders(std::shared_ptr<DriveMap> drives);
+std::unique_ptr<WindowsAndMessages> makeWindowsAndMessages(const PortableOptions& options);
+
+}  // namespace t_genproc::portable

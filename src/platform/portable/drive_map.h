@@ -1,0 +1,45 @@
+/// Drives on a system that has none: drive C is a folder of its own, drive Z the root of the file system.
+///
+/// Paths are taken as Windows takes them: "/" is "\", each drive has a current folder, "." and ".." are
+/// resolved by the text alone, blanks and dots at the end of a path do not count, and letter case does not
+/// tell names apart (where two names differ in case only, the one that is spelled exactly wins).
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/system_error.h"
+
+namespace t_genproc::portable {
+
+class DriveMap {
+   public:
+    explicit DriveMap(std::string driveC);
+
+    /// The full backslash form of `path`, for example "C:\Jobs\A". InvalidName: it holds a character that no
+    /// path may hold, or nothing; PathNotFound: it names a computer on the network.
+    Outcome<std::string> fullPath(std::string_view path) const;
+
+    /// Where `path` is on this system, spelled as given: right for whatever exists under exactly that name.
+    /// PathNotFound: there is no such drive.
+    Outcome<std::string> exactPath(std::string_view path) const;
+
+    /// Where `path` is on this system, each part spelled as it exists there; parts that do not exist stay as
+    /// given.
+    Outcome<std::string> actualPath(std::string_view path) const;
+
+    /// Makes `folder`, in its full form, the current one.
+    void setCurrent(std::string_view folder);
+
+   private:
+    static constexpr std::size_t kDrives = 26;
+    static std::size_t driveIndex(char letter);
+
+    std::array<std::optional<std::string>, kDrives> roots_;  // where a drive is, without a trailing "/"
+    std::array<std::string, kDrives> current_;               // without the drive: "\" or "\Jobs\"
+    std::size_t currentDrive_ = 2;
+};
+
+}  // namespace t_genproc::portable

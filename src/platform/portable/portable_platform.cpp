@@ -1,0 +1,34 @@
+#include "platform/portable/portable_platform.h"
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "platform/portable/adapters.h"
+
+namespace t_genproc {
+namespace {
+
+std::string environment(const char* name) {
+    const char* const value = std::getenv(name);
+    return value == nullptr ? std::string() : value;
+}
+
+std::string defaultDriveC() {
+    std::string data = environment("XDG_DATA_HOME");
+    if (data.empty()) data = environment("HOME") + "/.local/share";
+    return data + "/tavoru/drive_c";
+}
+
+}  // namespace
+
+Platform portablePlatform(PortableOptions options) {
+    if (options.driveC.empty()) options.driveC = defaultDriveC();
+    std::error_code ignored;  // a drive that cannot be made shows in every call that uses it
+    std::filesystem::create_directories(options.driveC, ignored);
+
+    const auto drives = std::make_shared<portable::DriveMap>(options.driveC);
+    return {portable::makeProfileFiles(drives), portable::makeFiles(drives), portable::makeFolders(drives),
+            portable::makeWindowsAndMessages(options)};
+}
+
+}  // namespace t_genproc
