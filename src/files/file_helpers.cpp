@@ -14,8 +14,8 @@ namespace {
 
 constexpr const char* kMessageTitle = "Tavoru procedures";
 
-std::int32_t clamped(std::size_t number) {
-    constexpr std::size_t kMost = std::numeric_limits<std::int32_t>::max();
+std::int32_t clamped(std::uint64_t number) {
+    constexpr std::uint64_t kMost = std::numeric_limits<std::int32_t>::max();
     return static_cast<std::int32_t>(std::min(number, kMost));
 }
 

@@ -57,6 +57,14 @@ constexpr std::array kSmallLetters{
 };
 static_assert(std::ranges::is_sorted(kSmallLetters, {}, &SmallLetters::last));
 
+/// The number of bytes that a letter of this table takes in UTF-8.
+constexpr int bytesOf(char32_t letter) { return letter < 0x800 ? 2 : 3; }
+static_assert(std::ranges::all_of(kSmallLetters, [](const SmallLetters& letters) {
+    const auto capitalOf = [&](char32_t small) { return small + static_cast<char32_t>(letters.toCapital); };
+    return bytesOf(letters.first) == bytesOf(capitalOf(letters.first)) &&
+           bytesOf(letters.last) == bytesOf(capitalOf(letters.last));
+}));
+
 }  // namespace
 
 char32_t upperCase(char32_t character) {

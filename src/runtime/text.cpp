@@ -40,6 +40,14 @@ void requireCount(std::ptrdiff_t count) {
     if (count < 0) throw RuntimeError(ErrorNumber::InvalidProcedureCall);
 }
 
+/// Any text, character by character.
+bool sameCapitals(std::string_view a, std::string_view b) {
+    while (!a.empty() && !b.empty()) {
+        if (upperCase(takeCharacter(a)) != upperCase(takeCharacter(b))) return false;
+    }
+    return a.empty() && b.empty();
+}
+
 }  // namespace
 
 char32_t takeCharacter(std::string_view& text) {
@@ -116,10 +124,13 @@ std::string upper(std::string_view text) {
 }
 
 bool equalIgnoringCase(std::string_view a, std::string_view b) {
-    while (!a.empty() && !b.empty()) {
-        if (upperCase(takeCharacter(a)) != upperCase(takeCharacter(b))) return false;
+    if (a.size() != b.size()) return false;  // a letter and its capital take the same number of bytes
+    const auto asciiCapital = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; };
+    for (std::size_t i = a.size(); i-- > 0;) {  // names in a list mostly differ at their end
+        if (((a[i] | b[i]) & 0x80) != 0) return sameCapitals(a, b);
+        if (asciiCapital(a[i]) != asciiCapital(b[i])) return false;
     }
-    return a.empty() && b.empty();
+    return true;
 }
 
 }  // namespace t_genproc::text

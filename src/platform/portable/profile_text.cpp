@@ -19,8 +19,6 @@ std::string_view trimmed(std::string_view text) {
     return text;
 }
 
-bool sameName(std::string_view a, std::string_view b) { return a == b || text::equalIgnoringCase(a, b); }
-
 /// A line without its end. Positions are zero-based, in the whole text.
 struct Line {
     std::size_t start = 0;
@@ -81,7 +79,7 @@ std::optional<Line> findSection(std::string_view text, std::string_view section)
         if (!startsLine(text, at)) continue;
         const Line line = *Lines(text, at).take();
         const std::optional<std::string_view> name = headerName(contentOf(text, line));
-        if (name && sameName(*name, section)) return line;
+        if (name && text::equalIgnoringCase(*name, section)) return line;
     }
     return {};
 }
@@ -93,21 +91,29 @@ struct Place {
     std::size_t afterLastUsed = 0;  // where the line behind it starts
 };
 
+/// A quick look at where the name would end: whether the line can be that of `key` at all.
+bool mayNameKey(std::string_view content, std::string_view key) {
+    if (content.size() <= key.size()) return content.size() == key.size();
+    const char behind = content[key.size()];
+    return behind == '=' || isWhite(behind);
+}
+
 /// The key's place in the section that `header` opens.
 Place findKey(std::string_view text, const Line& header, std::string_view key) {
     Place place{{}, 0, header.end, header.next};
     Lines lines(text, header.next);
     while (const std::optional<Line> line = lines.take()) {
         const std::string_view content = contentOf(text, *line);
-        if (headerName(content)) break;
         if (content.empty()) continue;
+        if (headerName(content)) break;
         place.lastUsed = line->end;
         place.afterLastUsed = line->next;
-        if (content.front() == ';') continue;
-        const std::size_t equals = std::min(text.find('=', line->start), line->end);
-        if (sameName(trimmed(text.substr(line->start, equals - line->start)), key)) {
+        if (content.front() == ';' || !mayNameKey(content, key)) continue;
+        const std::size_t equals = content.find('=');
+        if (text::equalIgnoringCase(trimmed(content.substr(0, equals)), key)) {
+            const auto contentStart = static_cast<std::size_t>(content.data() - text.data());
             place.key = line;
-            place.equals = equals;
+            place.equals = equals == std::string_view::npos ? line->end : contentStart + equals;
             break;
         }
     }

@@ -34,16 +34,22 @@ bool sameFile(const struct stat& a, const struct stat& b) {
     return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
 
+/// Opens a file and waits for its lock.
+OpenFile openLocked(const std::string& location, int flags) {
+    OpenFile file{Descriptor(::open(location.c_str(), flags | O_CLOEXEC | O_NONBLOCK, 0666))};
+    if (!file.descriptor) return failed(errno);
+    while (::flock(file.descriptor.number(), LOCK_EX) != 0 && errno == EINTR) {
+    }
+    return ::fstat(file.descriptor.number(), &file.status) == 0 ? std::move(file) : failed(errno);
+}
+
 /// Opens a file for this writer alone. By the time that the lock is had, another writer may have put a new
 /// file in its place: then that one counts.
 OpenFile openAlone(const std::string& location, int flags) {
     for (;;) {
-        OpenFile file{Descriptor(::open(location.c_str(), flags | O_CLOEXEC | O_NONBLOCK, 0666))};
-        if (!file.descriptor) return failed(errno);
-        while (::flock(file.descriptor.number(), LOCK_EX) != 0 && errno == EINTR) {
-        }
+        OpenFile file = openLocked(location, flags);
+        if (!file.descriptor) return file;
         struct stat current {};
-        if (::fstat(file.descriptor.number(), &file.status) != 0) return failed(errno);
         if (::stat(location.c_str(), &current) != 0) {
             if (errno != ENOENT) return failed(errno);
         } else if (sameFile(file.status, current)) {
@@ -59,9 +65,9 @@ std::optional<std::string_view> read(const Descriptor& file, std::string& buffer
     for (;;) {
         const ssize_t count = ::read(file.number(), buffer.data() + length, buffer.size() - length);
         if (count < 0) return {};
-        if (count == 0) return std::string_view(buffer).substr(0, length);
         length += static_cast<std::size_t>(count);
-        if (length < buffer.size()) continue;
+        // A regular file gives all that is asked for, unless it ends.
+        if (length < buffer.size()) return std::string_view(buffer).substr(0, length);
         struct stat status {};
         if (::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
         buffer.resize(std::max(buffer.size() * 2, static_cast<std::size_t>(status.st_size) + kFirstBlock));
@@ -188,7 +194,8 @@ SystemError changeFile(const std::string& givenLocation, std::string& buffer,
                        const std::function<std::optional<TextChange>(std::string_view)>& makeChange) {
     const std::string location = behindLinks(givenLocation);
     Replacement replacement(location);
-    const OpenFile old = openAlone(location, O_RDWR);
+    // Only a writer that holds the lock of the replacement replaces the file.
+    const OpenFile old = replacement ? openLocked(location, O_RDWR) : openAlone(location, O_RDWR);
 
     std::string_view text;
     if (old.descriptor) {
