@@ -1,0 +1,13 @@
+# cmake --install: the archive, its headers and a package that find_package(t_genproc) finds.
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+install(TARGETS t_genproc EXPORT t_genprocTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/t_genproc
+        FILES_MATCHING PATTERN "*.h")
+
+set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/t_genproc)
+install(EXPORT t_genprocTargets NAMESPACE t_genproc:: FILE t_genprocConfig.cmake DESTINATION ${package_folder})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/t_genprocConfigVersion.cmake
+                                 COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/t_genprocConfigVersion.cmake DESTINATION ${package_folder})

@@ -1,0 +1,18 @@
+/// The services of the Windows platform, one factory for each.
+#pragma once
+
+#include <memory>
+
+#include "platform/platform.h"
+
+namespace t_genproc {
+
+std::unique_ptr<ProfileFiles> makeProfileFiles();
+std::unique_ptr<Files> makeFiles();
+std::unique_ptr<Folders> makeFolders();
+std::unique_ptr<WindowsAndMessages> makeWindowsAndMessages();
+
+/// Why the last call of this thread failed.
+SystemError lastError();
+
+}  // namespace t_genproc
