@@ -85,7 +85,8 @@ bool cGenProcs::FileExistsNonZero(const std::string& fiName) {
 void cGenProcs::FileNameDetails(const std::string& fullPathName, std::string& fiName, std::string* fiPath,
                                 std::string* fiDrv) {
     procedure(library_, "(Class Module) cGenProcs::Sub FileNameDetails", [&] {
-        const std::string whole = fullPathName;  // the caller may take the name back in the same text
+        // The caller may take the name back in the same text.
+        const std::string whole = fullPathName;  // NOLINT(performance-unnecessary-copy-initialization)
         std::string path(text::trim(whole));
         std::string drive = text::left(path, 2);
         if (text::mid(drive, 2) == ":") {

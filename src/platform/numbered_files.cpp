@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::int16_t kLastNumber = 511;
 constexpr std::int16_t kLastFreeNumber = 255;
-constexpr std::size_t kBlock = 16 * 1024;
+constexpr std::size_t kBlock = std::size_t{16} * 1024;
 constexpr std::string_view kEndOfLine = "\r\n";
 
 void requireNumber(std::int16_t fileNo) {

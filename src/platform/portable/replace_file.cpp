@@ -18,7 +18,7 @@
 namespace t_genproc::portable {
 namespace {
 
-constexpr std::size_t kFirstBlock = 16 * 1024;
+constexpr std::size_t kFirstBlock = std::size_t{16} * 1024;
 constexpr int kMostLinks = 40;
 constexpr mode_t kPermissionBits = 07777;
 

@@ -1,0 +1,88 @@
+#include "command_line.h"
+
+#include <CLI/CLI.hpp>
+#include <iomanip>
+#include <map>
+#include <sstream>
+
+namespace tavoru {
+namespace {
+
+/// The words of a usage text in capitals are arguments: "N", "[VALUE]".
+bool isArgument(const std::string& word) {
+    return word.find_first_of("abcdefghijklmnopqrstuvwxyz") == std::string::npos;
+}
+
+/// Adds the command's words as subcommands within one another, its arguments to the last. Gives the last.
+CLI::App* addCommand(CLI::App& program, std::map<std::string, CLI::App*>& known, const Command& command,
+                     Arguments& arguments) {
+    CLI::App* app = &program;
+    std::istringstream usage(command.usage);
+    std::string path;
+    for (std::string word; usage >> word;) {
+        if (isArgument(word)) {
+            const bool optional = word.front() == '[';
+            if (optional) word = word.substr(1, word.size() - 2);
+            app->add_option(word, arguments.emplace_back())->required(!optional);
+        } else {
+            CLI::App*& next = known[path += word + " "];
+            if (next == nullptr) next = app->add_subcommand(word)->fallthrough()->require_subcommand(1);
+            app = next;
+        }
+    }
+    return app->require_subcommand(0, 1);  // it does something by itself
+}
+
+}  // namespace
+
+Choice readCommandLine(std::span<const Command> commands, int argc, const char* const* argv) {
+    CLI::App program;
+    std::string drive = "drive";
+    std::string samples = TAVORU_SAMPLES;
+    program.add_option("--drive", drive)->envname("TAVORU_DRIVE");
+    program.add_option("--samples", samples)->envname("TAVORU_SAMPLES");
+    program.require_subcommand(0, 1);
+
+    constexpr std::size_t kMostArguments = 3;
+    std::vector<Arguments> arguments(commands.size());
+    std::map<std::string, CLI::App*> known;
+    std::map<const CLI::App*, std::size_t> commandOf{{&program, 0}};
+    for (std::size_t i = 0; i < commands.size(); ++i) {
+        arguments[i].reserve(kMostArguments);  // the parser writes into them: they must not move
+        commandOf[addCommand(program, known, commands[i], arguments[i])] = i;
+    }
+
+    try {
+        program.parse(argc, argv);
+    } catch (const CLI::CallForHelp&) {
+        return {};
+    } catch (const CLI::ParseError& error) {
+        throw WrongUse(error.what());
+    }
+    const CLI::App* chosen = &program;
+    while (!chosen->get_subcommands().empty()) chosen = chosen->get_subcommands().front();
+    const std::size_t command = commandOf.at(chosen);
+    return {&commands[command],
+            arguments[command],
+            {std::filesystem::absolute(drive), std::filesystem::absolute(samples)}};
+}
+
+std::string helpText(std::span<const Command> commands) {
+    constexpr int kUsageWidth = 34;
+    std::ostringstream text;
+    const auto row = [&text](const char* usage, const char* help) {
+        text << "  " << std::left << std::setw(kUsageWidth) << usage << help << '\n';
+    };
+    text << "Usage: ./run [--drive DIR] [COMMAND]\n\n"
+            "A small survey application, without windows, on top of the general-procedures\n"
+            "library. It keeps its jobs and settings in a folder that stands for a disk drive.\n\n"
+            "Commands:\n";
+    for (const Command& command : commands) row(command.usage, command.help);
+    text << "\nOptions:\n";
+    row("--drive DIR", "The folder to use as the drive (build/drive)");
+    row("--samples DIR", "The jobs that a new drive starts with (sample/data)");
+    row("--help", "This text");
+    return text.str();
+}
+
+}  // namespace tavoru

@@ -1,0 +1,33 @@
+/// The commands of the program: a table for each group of them.
+#pragma once
+
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "tavoru.h"
+
+namespace tavoru {
+
+/// As many as the command's usage names; one that was left out is empty.
+using Arguments = std::vector<std::string>;
+
+struct Command {
+    const char* usage;  ///< its words, then its arguments: "setting set SECTION KEY [VALUE]"
+    const char* help;
+    /// Gives the exit code: 0, or 1 where the user has been told of a failure already. Other failures are
+    /// thrown.
+    int (*run)(const Places& places, const Arguments& arguments);
+};
+
+/// The command was called wrongly: exit code 2.
+struct WrongUse : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+std::span<const Command> sessionCommands();   // commands/session.cpp
+std::span<const Command> jobCommands();       // commands/jobs.cpp
+std::span<const Command> settingsCommands();  // commands/settings.cpp
+
+}  // namespace tavoru

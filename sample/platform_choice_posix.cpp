@@ -1,0 +1,12 @@
+#include "platform/portable/portable_platform.h"
+#include "platform_choice.h"
+
+namespace tavoru {
+
+Drive openDrive(const std::filesystem::path& folder) {
+    t_genproc::PortableOptions options;
+    options.driveC = folder.string();
+    return {t_genproc::portablePlatform(std::move(options)), "C:\\"};
+}
+
+}  // namespace tavoru

@@ -1,0 +1,68 @@
+#include "screen.h"
+
+#include <algorithm>
+#include <iostream>
+#include <sstream>
+
+namespace tavoru {
+namespace {
+
+constexpr std::size_t kWidth = 78;
+
+/// "&1  C:\Jobs\A.job" as "[1]  C:\Jobs\A.job".
+std::string withAccessKey(std::string caption) {
+    const std::size_t ampersand = caption.find('&');
+    if (ampersand != std::string::npos && ampersand + 1 < caption.size()) {
+        caption.replace(ampersand, 2, std::string("[") + caption[ampersand + 1] + "]");
+    }
+    return caption;
+}
+
+}  // namespace
+
+void print(const Lines& lines, std::string_view indent) {
+    for (const std::string& line : lines) std::cout << (line.empty() ? "" : indent) << line << '\n';
+}
+
+Lines wrapped(const std::string& paragraph) {
+    Lines lines(1);
+    std::istringstream words(paragraph);
+    for (std::string word; words >> word;) {
+        if (lines.back().size() + 1 + word.size() > kWidth) lines.emplace_back();
+        lines.back() += (lines.back().empty() ? "" : " ") + word;
+    }
+    return lines;
+}
+
+Lines inColumns(const Lines& lines) {
+    constexpr std::size_t kGap = 3;
+    std::size_t width = 1;
+    for (const std::string& line : lines) width = std::max(width, line.size() + kGap);
+    const std::size_t columns = std::max<std::size_t>((kWidth + kGap) / width, 1);
+    const std::size_t height = (lines.size() + columns - 1) / columns;
+
+    Lines rows(height);
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        std::string& row = rows[i % height];
+        row.resize(i / height * width, ' ');
+        row += lines[i];
+    }
+    return rows;
+}
+
+Lines jobLines(const t_gencvf::JobItem& job, const SurveyJob& survey) {
+    return {
+        job.jobName + job.jobExtension + ": " + survey.title + ", " + survey.surveyed,
+        "  " + survey.kind + ", " + survey.extent,
+        "  Check: " + survey.closure,
+    };
+}
+
+Lines menuLines(const Tavoru& tavoru) {
+    Lines lines{"File"};
+    for (const std::string& caption : tavoru.recentJobs()) lines.push_back("  " + withAccessKey(caption));
+    if (lines.size() == 1) lines.emplace_back("  (no recent jobs)");
+    return lines;
+}
+
+}  // namespace tavoru

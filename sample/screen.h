@@ -1,0 +1,25 @@
+/// What the application shows, as lines of text.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "tavoru.h"
+
+namespace tavoru {
+
+void print(const Lines& lines, std::string_view indent = {});
+
+/// A paragraph in lines of up to 78 characters.
+Lines wrapped(const std::string& paragraph);
+
+/// The lines side by side in as many columns as fit, read down each column first.
+Lines inColumns(const Lines& lines);
+
+/// The file's name, what was surveyed, and how well it closes.
+Lines jobLines(const t_gencvf::JobItem& job, const SurveyJob& survey);
+
+/// The recent jobs of the File menu. The access key of an entry, behind its "&", stands in brackets.
+Lines menuLines(const Tavoru& tavoru);
+
+}  // namespace tavoru

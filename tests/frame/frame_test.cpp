@@ -1,0 +1,135 @@
+#include <gtest/gtest.h>
+
+#include <new>
+
+#include "frame/GenUtil.h"
+#include "frame/procedure.h"
+#include "instanthelp/cInstHelp.h"
+#include "instanthelp/cInstHelpSettings.h"
+#include "os/cAPIprocs.h"
+#include "printing/cPrinter.h"
+#include "runtime/errors.h"
+#include "startup/cStartProcs.h"
+#include "support/test_world.h"
+#include "time/cTimeProcs.h"
+
+namespace t_genproc {
+namespace {
+
+using test::failureOf;
+
+struct FrameTest : testing::Test, test::TestWorld {};
+
+TEST_F(FrameTest, TellTheTrailOfAnErrorAndRaiseItsNumber) {
+    const std::pair<std::string, std::function<void()>> rows[] = {
+        {"1004 Disk", [] { throw RuntimeError(1004, "Disk"); }},
+        {"7 t_genproc", [] { throw std::bad_alloc(); }},
+        {"9 t_genproc", [] { throw std::out_of_range(""); }},
+        {"51 t_genproc", [] { throw 1; }}};
+    for (const auto& [error, fail] : rows) {
+        const auto outermost = [&, body = fail] {
+            procedure(library, "Outer",
+                      [&] { procedure(library, "Middle", [&] { procedure(library, "Inner", body); }); });
+        };
+        const std::string number = error.substr(0, error.find(' ')),
+                          rest = "Inner > Middle\nMiddle > Outer\n";
+        for (const std::string& expected :
+             {error.substr(number.size() + 1) + " > Inner\n" + rest, rest, std::string()}) {
+            reports.clear();
+            suppressNextReport = expected == rest;
+            reporterFails = expected.empty();
+            EXPECT_EQ(failureOf(outermost), number + " Outer");
+            EXPECT_EQ(reports, expected);
+            EXPECT_FALSE(suppressNextReport);
+        }
+    }
+    EXPECT_EQ(reporters, 1);
+}
+
+template <class Class>
+struct Ended : Class {
+    explicit Ended(Library& library) : Class(library) { this->Class_Terminate(); }
+};
+
+TEST_F(FrameTest, KeepTheFlagOfEachClass) {
+    const auto flags = [](auto&&... instances) {
+        std::string atFirst;
+        ((atFirst += instances.ClassActive() ? '1' : '0', instances.ClassActive(!instances.ClassActive())),
+         ...);
+        ((atFirst += instances.ClassActive() ? '1' : '0'), ...);
+        return atFirst;
+    };
+    EXPECT_EQ(flags(cGenProcs(library), cStartProcs(library), cInstHelp(library), cInstHelpSettings(),
+                    cPrinter(library), cAPIprocs(library), cTimeProcs(library)),
+              "11100010001110");
+    EXPECT_EQ(flags(Ended<cGenProcs>(library), Ended<cStartProcs>(library), Ended<cInstHelp>(library),
+                    Ended<cTimeProcs>(library)),
+              "01001011");
+}
+
+TEST_F(FrameTest, AppendToTheErrorLog) {
+    now = 46340 + 79509.0 / 86400;
+    std::string expected;
+    for (const std::pair<int, std::string>& row :
+         std::initializer_list<std::pair<int, std::string>>{{0, " [0]"},
+                                                            {1, " [2]"},
+                                                            {10, " [1024]"},
+                                                            {45, " [35184372088832]"},
+                                                            {46, " [46]"},
+                                                            {-1, " [-1]"},
+                                                            {7, ""},
+                                                            {2147483647, " [2147483647]"}}) {
+        prog.errorLogCode = row.first;
+        prog.errorLogBrief = row.second.empty();
+        GenUtil::WriteDLLerror(library, "Höhe", prog);
+        expected += "14-11-2026  22:05:09 : Höhe" + row.second + "\r\n";
+        EXPECT_EQ(system.read(path("t_eveml")), system.stored(expected));
+    }
+    const auto log = [this] { GenUtil::WriteDLLerror(library, "a", prog); };
+    prog.tempPath = path("none\\");
+    EXPECT_EQ(failureOf(log), "none");
+    prog.tempPath = path("a\\");
+    procs.CreatePath(path("a\\t_eveml"));
+    EXPECT_EQ(failureOf(log), "75 (Module) GenUtil::Sub WriteDLLerror");
+    EXPECT_EQ(reports, "t_genproc > (Module) GenUtil::Sub WriteDLLerror\n");
+    EXPECT_EQ(library.files().freeFile(), 1);
+}
+
+TEST_F(FrameTest, ReadSingleKeysAndKeepDefaults) {
+    const std::string file = path("a.ini"), kept(199, 'x'), in = "(Class Module) cGenProcs::Function ";
+    std::int16_t changes = 0;
+    const auto expect = [&](const std::string& before, const std::string& byDefault,
+                            const std::string& expected, const std::string& after) {
+        changes = 32766;
+        system.write(file, "[s]\r\n" + before + "\r\n");
+        EXPECT_EQ(procs.INIstringGet(file, "s", "k", byDefault, false, &changes), expected) << before;
+        EXPECT_EQ(system.read(file), "[s]\r\n" + after + "\r\n");
+        EXPECT_EQ(changes, before == after ? 32766 : 32767) << before;
+    };
+    expect("k=v", "d", "v", "k=v");
+    expect("k=", "d", "", "k=");
+    expect("k=notfound", "d", "notfound", "k=notfound");
+    expect("k=NotFound", "", "", "k=NotFound");
+    expect("k=" + kept + "yz", "d", kept, "k=" + kept + "yz");
+    expect("k=NotFound", "d", "d", "k=d");
+    expect("j=1", "d", "d", "j=1\r\nk=d");
+    EXPECT_EQ(failureOf([&] { procs.INIstringSet(file, "s", "k", "e", &changes); }),
+              "6 " + in + "INIstringSet");
+    EXPECT_EQ(failureOf([&] { procs.INIstringGet(file, "s", "l", "f", false, &changes); }),
+              "6 " + in + "INIstringGet");
+    EXPECT_EQ(system.read(file) + std::to_string(changes), "[s]\r\nj=1\r\nk=e\r\nl=f\r\n32767");
+
+    changes = 0;
+    const std::string none = path("none.ini"), folder = path("");
+    EXPECT_EQ(procs.INIstringGet(none, "s", "k", "", true, &changes) + system.read(none), "none");
+    EXPECT_EQ(procs.INIstringGet(none, "s", "k", "d") + system.read(none), "d[s]\r\nk=d\r\n");
+    EXPECT_EQ(procs.INIstringGet(folder, "s", "k", "d", false, &changes), "");
+    EXPECT_FALSE(procs.INIstringSet(folder, "s", "k", "d", &changes));
+    EXPECT_EQ(changes, 0);
+    EXPECT_EQ(procs.INIstringGet(folder, "s", "k", "d", true, &changes), "d");
+    for (int i = 0; i < 2; ++i) EXPECT_TRUE(procs.INIstringSet(none, "s", "k", "e", &changes));
+    EXPECT_EQ(changes, 3);
+}
+
+}  // namespace
+}  // namespace t_genproc

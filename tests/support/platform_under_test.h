@@ -1,0 +1,56 @@
+/// The platform of the system that the tests run on, and an empty folder that is removed at the end.
+///
+///     PlatformUnderTest system;
+///     system.write(system.path("a.ini"), "[s]\r\nk=v\r\n");
+///     system.platform.profileFiles->...
+#pragma once
+
+#include <filesystem>
+#include <functional>
+
+#include "platform/platform.h"
+
+namespace t_genproc::test {
+
+class PlatformUnderTest {
+   public:
+    PlatformUnderTest();
+    PlatformUnderTest(const PlatformUnderTest&) = delete;
+    PlatformUnderTest& operator=(const PlatformUnderTest&) = delete;
+    ~PlatformUnderTest();
+
+    /// The backslash path of `name` in the folder.
+    std::string path(const std::string& name) const { return folder_ + name; }
+
+    void write(const std::string& path, std::string_view bytes);
+    std::string read(const std::string& path);  // "none" where it cannot be read
+
+    /// Whether the system's text files can hold `text`.
+    bool canKeep(const std::string& text);
+    /// `text` as they hold it. What they cannot hold stands for bytes as they are.
+    std::string stored(const std::string& text);
+
+    /// Hides a file whose name starts with a dot, where the dot alone does not.
+    void hide(const std::string& path);
+
+   private:
+    Platform makePlatform();
+
+    std::filesystem::path onDisk_;
+    std::string folder_;
+
+   public:
+    Platform platform;
+};
+
+/// "Wine", "Windows" or "portable".
+std::string systemName();
+
+/// Whether this system is the one that a deviation ("Wine: drops blank lines") names: then the case is left
+/// out, and the reason told.
+bool isLeftOut(const std::string& deviation);
+
+/// The number of the run-time error that `body` raises; 0: none.
+int errorOf(const std::function<void()>& body);
+
+}  // namespace t_genproc::test

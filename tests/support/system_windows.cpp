@@ -1,0 +1,21 @@
+#include <windows.h>
+
+#include "platform/windows/windows_platform.h"
+#include "support/platform_under_test.h"
+
+namespace t_genproc::test {
+
+std::string systemName() {
+    return ::GetProcAddress(::GetModuleHandleA("ntdll"), "wine_get_version") != nullptr ? "Wine" : "Windows";
+}
+
+Platform PlatformUnderTest::makePlatform() {
+    folder_ = onDisk_.string() + '\\';
+    return windowsPlatform();
+}
+
+void PlatformUnderTest::hide(const std::string& path) {
+    ::SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_HIDDEN);
+}
+
+}  // namespace t_genproc::test
