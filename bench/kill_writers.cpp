@@ -26,6 +26,7 @@ constexpr int kLongestLife = 8000;  // microseconds
 struct Damage {
     int torn = 0;             // files that are neither the old nor the new text
     int strays = 0;           // kills that left another file in the folder
+    std::ptrdiff_t most = 0;  // other files at once
     std::ptrdiff_t left = 0;  // other files in the end, when each kill has been followed by a good write
     double longestWait = 0;   // milliseconds, of these good writes
 };
@@ -57,7 +58,9 @@ Damage killWriters(Peer& peer, const Folder& folder, const Entry& one, const Ent
     for (int i = 0; i < kKills; ++i) {
         const std::ptrdiff_t before = folder.count();
         killWriter(peer, one, other, life(random));
-        damage.strays += folder.count() > before ? 1 : 0;
+        const std::ptrdiff_t after = folder.count();
+        damage.strays += after > before ? 1 : 0;
+        damage.most = std::max(damage.most, after - 1);
 
         const std::string text = textOf(one.file);
         if (text != oneText && text != otherText) {
@@ -83,8 +86,8 @@ void report(const NamedPeer& named) {
     one.value = "1";
     other.value = std::string(100, '2');
     const Damage damage = killWriters(*named.make(), folder, one, other);
-    std::printf("| %s | %d | %d | %td | %.1f ms |\n", named.name, damage.torn, damage.strays, damage.left,
-                damage.longestWait);
+    std::printf("| %s | %d | %d | %td | %td | %.1f ms |\n", named.name, damage.torn, damage.strays,
+                damage.most, damage.left, damage.longestWait);
 }
 
 }  // namespace
@@ -93,8 +96,9 @@ void report(const NamedPeer& named) {
 int main() {
     using namespace t_genproc::bench;
     std::printf(
-        "| %d kills | torn files | kills that left another file | left in the end | longest wait |\n"
-        "|---|---|---|---|---|\n",
+        "| %d kills | torn files | kills that left another file | other files, at most | left in the end | "
+        "longest wait |\n"
+        "|---|---|---|---|---|---|\n",
         kKills);
     try {
         for (const NamedPeer& named : peers().subspan(2)) report(named);

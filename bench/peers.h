@@ -14,6 +14,8 @@ namespace t_genproc::bench {
 class Peer {
    public:
     virtual ~Peer() = default;
+    /// Whether it knows nothing of keys.
+    virtual bool isBare() const { return false; }
     /// The value of the entry's key.
     virtual std::string read(const Entry& entry) = 0;
     virtual void write(const Entry& entry) = 0;
@@ -28,8 +30,8 @@ struct NamedPeer {
     std::unique_ptr<Peer> (*make)();
 };
 
-/// First the system calls that nobody can do without, which know nothing of keys: open, read and close, or
-/// write a new file of the same size and rename it over the old one. Then this library, then the others.
+/// First the bare system calls that nobody can do without: open, read and close, or write a new file of the
+/// same size and rename it over the old one. Then this library, twice, then the others.
 std::span<const NamedPeer> peers();
 
 }  // namespace t_genproc::bench

@@ -1,45 +1,69 @@
 /// Reads and writes of settings files, beside other ways to do the same.
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+#include <chrono>
+#include <functional>
 #include <iostream>
 #include <stdexcept>
 
 #include "folder.h"
 #include "peers.h"
-#include "table_reporter.h"
+#include "ratio_table.h"
 
 namespace t_genproc::bench {
 namespace {
 
 constexpr double kMiddle = 0.5, kLast = 1;  // where in a text a key stands
-constexpr std::size_t kCopies = 4;          // more files than any peer keeps in memory
+constexpr std::size_t kCopies = 12;         // more files than any peer keeps in memory
 
-template <class Body>
-void add(const std::string& table, const std::string& column, const NamedPeer& peer, Body body) {
-    const auto run = [=](benchmark::State& state) mutable {
-        const std::unique_ptr<Peer> made = peer.make();
-        body(*made);
-        for (auto _ : state) body(*made);
-    };
-    benchmark::RegisterBenchmark(cellName(table, column, peer.name).c_str(), run)
-        ->UseRealTime()
-        ->Unit(benchmark::kMicrosecond);
+using Work = std::function<void()>;
+using Works = std::vector<Work>;  // the same work by each of the peers
+
+double microseconds(const Work& work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - start).count();
+}
+
+/// Both works by turns, so that what else happens on the machine meets both alike.
+void compare(benchmark::State& state, const Work& base, const Work& own) {
+    static bool baseFirst = false;
+    std::vector<double> times, ratios;
+    for (auto _ : state) {
+        baseFirst = !baseFirst;
+        const double first = microseconds(baseFirst ? base : own);
+        const double second = microseconds(baseFirst ? own : base);
+        times.push_back(baseFirst ? second : first);
+        ratios.push_back(baseFirst ? second / first : first / second);
+        state.SetIterationTime((first + second) / 1e6);
+    }
+    state.counters[kTime] = median(times);
+    state.counters[kRatio] = median(ratios);
+}
+
+/// Compares each peer with `base`, which does the same as the first one.
+void add(const std::string& name, const Work& base, const Works& works) {
+    for (std::size_t i = 0; i < works.size(); ++i) {
+        const auto run = [=, own = works[i]](benchmark::State& state) { compare(state, base, own); };
+        benchmark::RegisterBenchmark((name + "/" + peers()[i].name).c_str(), run)->UseManualTime();
+    }
 }
 
 /// A peer that does not do its work is not worth measuring.
-void mustRead(const NamedPeer& peer, const Entry& entry) {
-    if (&peer != &peers().front() && peer.make()->read(entry) != entry.value)
-        throw std::runtime_error(std::string(peer.name) + " does not read " + entry.key + "=" + entry.value);
+void mustRead(Peer& peer, const Entry& entry) {
+    const std::string value = peer.read(entry);
+    if (value != entry.value && !peer.isBare())
+        throw std::runtime_error("a peer does not read " + entry.key + "=" + entry.value);
 }
 
-/// Reads of the entries in turn.
-void addReads(const std::string& column, const std::vector<Entry>& entries) {
-    for (const NamedPeer& peer : peers()) {
-        for (const Entry& entry : entries) mustRead(peer, entry);
-        add("Reading one key", column, peer, [entries, i = std::size_t{0}](Peer& made) mutable {
-            benchmark::DoNotOptimize(made.read(entries[i++ % entries.size()]));
-        });
-    }
+/// A reader of the entries in turn.
+Work reader(const NamedPeer& named, const std::vector<Entry>& entries) {
+    const std::shared_ptr<Peer> peer = named.make();
+    for (const Entry& entry : entries) mustRead(*peer, entry);
+    return [=, next = std::size_t{0}]() mutable {
+        benchmark::DoNotOptimize(peer->read(entries[next++ % entries.size()]));
+    };
 }
 
 Entry changed(Entry entry) {
@@ -47,54 +71,65 @@ Entry changed(Entry entry) {
     return entry;
 }
 
-void addWrites(const std::string& column, const std::string& file) {
-    for (const NamedPeer& peer : peers()) {
-        const std::string copy = file + "." + peer.name;
-        std::filesystem::copy_file(file, copy);
-        const Entry entry = changed(entryAt(copy, kMiddle));
-        peer.make()->write(entry);
-        mustRead(peer, entry);
-        add("Writing one key", column, peer,
-            [next = entry](Peer& made) mutable { made.write(next = changed(next)); });
-    }
+/// A writer of changing values to one key of a copy of the file.
+Work writer(const NamedPeer& named, const std::string& copy) {
+    const std::shared_ptr<Peer> peer = named.make();
+    const Entry entry = changed(entryAt(copy, kMiddle));
+    peer->write(entry);
+    mustRead(*peer, entry);
+    return [=, next = entry]() mutable { peer->write(next = changed(next)); };
 }
 
-void addSaves(const std::string& file) {
-    for (const NamedPeer& peer : peers()) {
-        const std::string copy = file + ".save." + peer.name;
-        std::filesystem::copy_file(file, copy);
-        std::filesystem::copy_file(file + ".program", copy + ".program");
-        const std::vector<Entry> writes = writesOfSave(copy);
-        add("INISettingsSave", std::to_string(writes.size()) + " writes, 4 KB", peer,
-            [writes](Peer& made) { made.save(writes); });
-    }
+Work saver(const NamedPeer& named, const std::string& copy) {
+    const std::shared_ptr<Peer> peer = named.make();
+    return [=, writes = writesOfSave(copy)] { peer->save(writes); };
 }
 
-/// An entry at `share` of each copy of the file.
-std::vector<Entry> entriesOfCopies(const std::string& file, double share) {
-    std::vector<Entry> entries{entryAt(file, share)};
-    while (entries.size() < kCopies) {
-        entries.push_back(entries.front());
-        entries.back().file += " copy " + std::to_string(entries.size());
-        std::filesystem::copy_file(file, entries.back().file, std::filesystem::copy_options::skip_existing);
+/// Gives each writer a copy of `file`.
+void addWriters(const std::string& name, const std::string& file,
+                Work (*make)(const NamedPeer& named, const std::string& copy)) {
+    const auto onCopy = [&](const NamedPeer& peer, const std::string& suffix) {
+        const std::string copy = file + "." + name + "." + suffix;
+        for (const char* which : {"", ".program"}) std::filesystem::copy_file(file + which, copy + which);
+        return make(peer, copy);
+    };
+    Works works;
+    for (const NamedPeer& peer : peers()) works.push_back(onCopy(peer, peer.name));
+    add(name, onCopy(peers().front(), "base"), works);
+}
+
+void addReaders(const std::string& name, std::vector<Entry> entries) {
+    Works works;
+    for (const NamedPeer& peer : peers()) works.push_back(reader(peer, entries));
+    // Whoever reads a file as the second finds it in the processor's cache.
+    std::ranges::rotate(entries, entries.begin() + static_cast<std::ptrdiff_t>(entries.size() / 2));
+    add(name, reader(peers().front(), entries), works);
+}
+
+/// The entry at `share` of the text, in many copies of the file.
+std::vector<Entry> inCopies(const std::string& file, double share) {
+    std::vector<Entry> entries(kCopies, entryAt(file, share));
+    for (std::size_t i = 0; i < kCopies; ++i) {
+        entries[i].file += "." + std::to_string(i);
+        std::filesystem::copy_file(file, entries[i].file, std::filesystem::copy_options::skip_existing);
     }
     return entries;
 }
 
 void addAll(const Folder& folder) {
-    const std::string usual = folder.file("4 KB");
-    makeSettingsFile(usual, 4 << 10);
-    addReads("4 KB", entriesOfCopies(usual, kMiddle));
-    addReads("4 KB, last key", entriesOfCopies(usual, kLast));
-    addReads("4 KB, one file", {entryAt(usual, kMiddle)});
-    addWrites("4 KB", usual);
-    addSaves(usual);
+    const std::string small = folder.file("4K");
+    makeSettingsFile(small, 4 << 10);
+    addReaders("read 4 KB", inCopies(small, kMiddle));
+    addReaders("read 4 KB, last key", inCopies(small, kLast));
+    addReaders("read 4 KB, the same file", {entryAt(small, kMiddle)});
+    addWriters("write 4 KB", small, writer);
+    addWriters("INISettingsSave", small, saver);
 
-    for (const auto& [name, size] : {std::pair{"64 KB", 64 << 10}, {"1 MB", 1 << 20}, {"4 MB", 4 << 20}}) {
-        const std::string file = folder.file(name);
-        makeSettingsFile(file, static_cast<std::size_t>(size));
-        addReads(name, entriesOfCopies(file, kMiddle));
-        addWrites(name, file);
+    for (const auto& [size, kilobytes] : {std::pair{"64 KB", 64}, {"1 MB", 1024}, {"4 MB", 4096}}) {
+        const std::string file = folder.file(size);
+        makeSettingsFile(file, static_cast<std::size_t>(kilobytes) << 10);
+        addReaders(std::string("read ") + size, inCopies(file, kMiddle));
+        addWriters(std::string("write ") + size, file, writer);
     }
 }
 
@@ -108,8 +143,11 @@ int main(int argc, char** argv) {
     try {
         const Folder folder;
         addAll(folder);
-        TableReporter tables(std::cout);
-        benchmark::RunSpecifiedBenchmarks(&tables);
+        std::cout << "|";
+        for (const NamedPeer& peer : peers()) std::cout << " | " << peer.name;
+        std::cout << " |\n|---|---|---|---|---|---|---|\n";
+        RatioTable table;
+        benchmark::RunSpecifiedBenchmarks(&table);
     } catch (const std::exception& error) {
         std::cerr << "settings_bench: " << error.what() << '\n';
         return 1;

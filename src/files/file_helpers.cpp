@@ -85,9 +85,7 @@ bool cGenProcs::FileExistsNonZero(const std::string& fiName) {
 void cGenProcs::FileNameDetails(const std::string& fullPathName, std::string& fiName, std::string* fiPath,
                                 std::string* fiDrv) {
     procedure(library_, "(Class Module) cGenProcs::Sub FileNameDetails", [&] {
-        // The caller may take the name back in the same text.
-        const std::string whole = fullPathName;  // NOLINT(performance-unnecessary-copy-initialization)
-        std::string path(text::trim(whole));
+        std::string path(text::trim(fullPathName));
         std::string drive = text::left(path, 2);
         if (text::mid(drive, 2) == ":") {
             path = text::mid(path, 3);
@@ -98,7 +96,8 @@ void cGenProcs::FileNameDetails(const std::string& fullPathName, std::string& fi
         path.resize(path.find_last_of('\\') + 1);  // nothing is left where there is none
         if (path.size() >= 2) path.pop_back();
 
-        fiName = whole.substr(whole.find_last_of(":\\") + 1);
+        // Set last: the caller may take the name back in the text that holds the path.
+        fiName = fullPathName.substr(fullPathName.find_last_of(":\\") + 1);
         if (fiPath != nullptr) *fiPath = path;
         if (fiDrv != nullptr) *fiDrv = drive;
     });

@@ -14,15 +14,15 @@ namespace t_gencvf {
 /// The host application object: the names and words that stand in the settings files.
 struct Application {
     // Section names
-    std::string generalSection;       ///< data and list paths, Instant Help, the preferences
-    std::string programSection;       ///< ProgPath and the two keys below, in the program-wide file
-    std::string dataSettingsSection;  ///< a job's data settings
-    std::string leastSquaresSection;  ///< the least-squares options
-    std::string settingsSection;      ///< "Last" and the recent jobs
+    std::string generalSection{};       ///< data and list paths, Instant Help, the preferences
+    std::string programSection{};       ///< ProgPath and the two keys below, in the program-wide file
+    std::string dataSettingsSection{};  ///< a job's data settings
+    std::string leastSquaresSection{};  ///< the least-squares options
+    std::string settingsSection{};      ///< "Last" and the recent jobs
 
     // Keys of the two values that the host keeps in the program-wide file
-    std::string programKeyOne;
-    std::string programKeyTwo;
+    std::string programKeyOne{};
+    std::string programKeyTwo{};
 
     // The words for a Boolean in those settings that are written as words
     std::string wordTrue = "True";

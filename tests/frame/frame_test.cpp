@@ -26,19 +26,19 @@ TEST_F(FrameTest, TellTheTrailOfAnErrorAndRaiseItsNumber) {
         {"7 t_genproc", [] { throw std::bad_alloc(); }},
         {"9 t_genproc", [] { throw std::out_of_range(""); }},
         {"51 t_genproc", [] { throw 1; }}};
-    for (const auto& [error, fail] : rows) {
-        const auto outermost = [&, body = fail] {
-            procedure(library, "Outer",
-                      [&] { procedure(library, "Middle", [&] { procedure(library, "Inner", body); }); });
+    for (const auto& row : rows) {
+        const auto middle = [&] {
+            procedure(library, "Middle", [&] { procedure(library, "Inner", row.second); });
         };
-        const std::string number = error.substr(0, error.find(' ')),
+        const auto outer = [&] { procedure(library, "Outer", middle); };
+        const std::string number = row.first.substr(0, row.first.find(' ')),
                           rest = "Inner > Middle\nMiddle > Outer\n";
         for (const std::string& expected :
-             {error.substr(number.size() + 1) + " > Inner\n" + rest, rest, std::string()}) {
+             {row.first.substr(number.size() + 1) + " > Inner\n" + rest, rest, std::string()}) {
             reports.clear();
             suppressNextReport = expected == rest;
             reporterFails = expected.empty();
-            EXPECT_EQ(failureOf(outermost), number + " Outer");
+            EXPECT_EQ(failureOf(outer), number + " Outer");
             EXPECT_EQ(reports, expected);
             EXPECT_FALSE(suppressNextReport);
         }
@@ -52,40 +52,36 @@ struct Ended : Class {
 };
 
 TEST_F(FrameTest, KeepTheFlagOfEachClass) {
-    const auto flags = [](auto&&... instances) {
-        std::string atFirst;
-        ((atFirst += instances.ClassActive() ? '1' : '0', instances.ClassActive(!instances.ClassActive())),
-         ...);
-        ((atFirst += instances.ClassActive() ? '1' : '0'), ...);
-        return atFirst;
+    const auto flags = [](auto&&... instances) {  // at first, and when they are set to the opposite
+        std::string all;
+        ((all += instances.ClassActive() ? '1' : '0', instances.ClassActive(!instances.ClassActive())), ...);
+        ((all += instances.ClassActive() ? '1' : '0'), ...);
+        return all;
     };
-    EXPECT_EQ(flags(cGenProcs(library), cStartProcs(library), cInstHelp(library), cInstHelpSettings(),
-                    cPrinter(library), cAPIprocs(library), cTimeProcs(library)),
-              "11100010001110");
-    EXPECT_EQ(flags(Ended<cGenProcs>(library), Ended<cStartProcs>(library), Ended<cInstHelp>(library),
-                    Ended<cTimeProcs>(library)),
-              "01001011");
+    EXPECT_EQ(flags(cGenProcs(library), cStartProcs(library), cInstHelp(library), cTimeProcs(library)),
+              "11110000");
+    EXPECT_EQ(flags(cInstHelpSettings(), cPrinter(library), cAPIprocs(library)), "000111");
+    EXPECT_EQ(flags(Ended<cGenProcs>(library), Ended<cInstHelp>(library), Ended<cTimeProcs>(library)),
+              "000111");
+    EXPECT_EQ(flags(Ended<cStartProcs>(library)), "10");
 }
 
 TEST_F(FrameTest, AppendToTheErrorLog) {
     now = 46340 + 79509.0 / 86400;
     std::string expected;
-    for (const std::pair<int, std::string>& row :
-         std::initializer_list<std::pair<int, std::string>>{{0, " [0]"},
-                                                            {1, " [2]"},
-                                                            {10, " [1024]"},
-                                                            {45, " [35184372088832]"},
-                                                            {46, " [46]"},
-                                                            {-1, " [-1]"},
-                                                            {7, ""},
-                                                            {2147483647, " [2147483647]"}}) {
-        prog.errorLogCode = row.first;
-        prog.errorLogBrief = row.second.empty();
-        GenUtil::WriteDLLerror(library, "Höhe", prog);
-        expected += "14-11-2026  22:05:09 : Höhe" + row.second + "\r\n";
+    const auto log = [&] { GenUtil::WriteDLLerror(library, "Höhe", prog); };
+    const auto expect = [&](std::int32_t code, const std::string& text) {
+        prog.errorLogCode = code;
+        prog.errorLogBrief = text.empty();
+        log();
+        expected += "14-11-2026  22:05:09 : Höhe" + text + "\r\n";
         EXPECT_EQ(system.read(path("t_eveml")), system.stored(expected));
-    }
-    const auto log = [this] { GenUtil::WriteDLLerror(library, "a", prog); };
+    };
+    expect(0, " [0]"), expect(1, " [2]"), expect(10, " [1024]"), expect(45, " [35184372088832]"),
+        expect(46, " [46]");
+    expect(7, ""), expect(-1, " [-1]"), expect(INT32_MAX, " [2147483647]"),
+        expect(INT32_MIN, " [-2147483648]");
+
     prog.tempPath = path("none\\");
     EXPECT_EQ(failureOf(log), "none");
     prog.tempPath = path("a\\");
@@ -96,7 +92,7 @@ TEST_F(FrameTest, AppendToTheErrorLog) {
 }
 
 TEST_F(FrameTest, ReadSingleKeysAndKeepDefaults) {
-    const std::string file = path("a.ini"), kept(199, 'x'), in = "(Class Module) cGenProcs::Function ";
+    const std::string file = path("a.ini"), none = path("none.ini"), folder = path(""), kept(199, 'x');
     std::int16_t changes = 0;
     const auto expect = [&](const std::string& before, const std::string& byDefault,
                             const std::string& expected, const std::string& after) {
@@ -114,21 +110,19 @@ TEST_F(FrameTest, ReadSingleKeysAndKeepDefaults) {
     expect("k=NotFound", "d", "d", "k=d");
     expect("j=1", "d", "d", "j=1\r\nk=d");
     EXPECT_EQ(failureOf([&] { procs.INIstringSet(file, "s", "k", "e", &changes); }),
-              "6 " + in + "INIstringSet");
+              "6 (Class Module) cGenProcs::Function INIstringSet");
     EXPECT_EQ(failureOf([&] { procs.INIstringGet(file, "s", "l", "f", false, &changes); }),
-              "6 " + in + "INIstringGet");
+              "6 (Class Module) cGenProcs::Function INIstringGet");
     EXPECT_EQ(system.read(file) + std::to_string(changes), "[s]\r\nj=1\r\nk=e\r\nl=f\r\n32767");
 
     changes = 0;
-    const std::string none = path("none.ini"), folder = path("");
     EXPECT_EQ(procs.INIstringGet(none, "s", "k", "", true, &changes) + system.read(none), "none");
-    EXPECT_EQ(procs.INIstringGet(none, "s", "k", "d") + system.read(none), "d[s]\r\nk=d\r\n");
     EXPECT_EQ(procs.INIstringGet(folder, "s", "k", "d", false, &changes), "");
     EXPECT_FALSE(procs.INIstringSet(folder, "s", "k", "d", &changes));
     EXPECT_EQ(changes, 0);
     EXPECT_EQ(procs.INIstringGet(folder, "s", "k", "d", true, &changes), "d");
     for (int i = 0; i < 2; ++i) EXPECT_TRUE(procs.INIstringSet(none, "s", "k", "e", &changes));
-    EXPECT_EQ(changes, 3);
+    EXPECT_EQ(system.read(none) + std::to_string(changes), "[s]\r\nk=e\r\n3");
 }
 
 }  // namespace

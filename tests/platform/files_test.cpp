@@ -11,7 +11,7 @@ namespace {
 
 using test::errorOf;
 
-constexpr std::size_t kBlock = 16 * 1024;  // bytes that NumberedFiles reads at a time
+constexpr std::size_t kBlock = std::size_t{16} * 1024;  // bytes that NumberedFiles reads at a time
 
 struct FilesTest : testing::Test {
     test::PlatformUnderTest system;

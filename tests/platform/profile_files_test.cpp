@@ -20,7 +20,7 @@ struct ProfileFilesTest : testing::Test {
     int written = 0;  // files, one for each row of a table
 
     std::string fileWith(const std::string& text) {
-        const std::string file = system.path(std::to_string(++written) + ".ini");
+        std::string file = system.path(std::to_string(++written) + ".ini");
         system.write(file, system.stored(text));
         return file;
     }
@@ -28,7 +28,7 @@ struct ProfileFilesTest : testing::Test {
 
 TEST_F(ProfileFilesTest, FindTheValue) {
     struct Row {
-        std::string text, section, key, expected, deviation = "";
+        std::string text, section, key, expected, deviation{};
     };
     const Row rows[] = {
         {"[Job]\r\nName=Dam\r\n", "jOB", "nAME", "Dam"},
@@ -67,7 +67,7 @@ TEST_F(ProfileFilesTest, FindTheValue) {
 TEST_F(ProfileFilesTest, ChangeTheLineConcerned) {
     const std::string one = "[s]\r\nk=1\r\n";
     struct Row {
-        std::string before, section, key, value, after, deviation = "";
+        std::string before, section, key, value, after, deviation{};
     };
     const Row rows[] = {
         {"", "s", "k", "v", "[s]\r\nk=v\r\n"},

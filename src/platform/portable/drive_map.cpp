@@ -87,9 +87,11 @@ Outcome<std::string> DriveMap::fullPath(std::string_view path) const {
     }
     if (std::ranges::any_of(path, isForbidden)) return {{}, SystemError::InvalidName};
 
-    std::string folder = !path.empty() && isSeparator(path.front()) ? "\\" : current_[drive];
-    append(folder, path);
-    return {std::string{static_cast<char>('A' + drive), ':'} + folder};
+    std::string full = !path.empty() && isSeparator(path.front()) ? "\\" : current_[drive];
+    append(full, path);
+    const bool asFolder = !path.empty() && isSeparator(path.back());
+    if (!asFolder && full.size() > 1 && full.ends_with('\\')) full.pop_back();  // "." and ".." leave one
+    return {std::string{static_cast<char>('A' + drive), ':'} + full};
 }
 
 Outcome<std::string> DriveMap::exactPath(std::string_view path) const {

@@ -16,10 +16,10 @@ namespace t_genproc {
 struct PortableOptions {
     /// The folder that is drive C:, created where missing. Empty: "tavoru/drive_c" in the user's data folder
     /// (XDG_DATA_HOME, or ~/.local/share). Drive Z: is the root of the file system.
-    std::string driveC;
+    std::string driveC{};
 
     /// Called whenever the library lets the host's windows process their messages.
-    std::function<void()> messagePump;
+    std::function<void()> messagePump{};
 
     /// Where message boxes are shown and answered; by default the standard error output and the standard
     /// input.
@@ -27,7 +27,7 @@ struct PortableOptions {
     std::istream* answers = nullptr;
     /// Whether somebody can answer; otherwise a box closes by its default button. By default: the standard
     /// input is a terminal.
-    std::function<bool()> canAnswer;
+    std::function<bool()> canAnswer{};
 };
 
 Platform portablePlatform(PortableOptions options = {});
