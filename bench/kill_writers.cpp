@@ -35,9 +35,8 @@ struct Damage {
 void killWriter(Peer& peer, const Entry& one, const Entry& other, int microseconds) {
     const pid_t child = ::fork();
     if (child < 0) throw std::runtime_error("no new process");
-    while (child == 0) {
-        peer.write(one);
-        peer.write(other);
+    if (child == 0) {
+        for (bool next = true;; next = !next) peer.write(next ? one : other);
     }
     std::this_thread::sleep_for(std::chrono::microseconds(microseconds));
     ::kill(child, SIGKILL);

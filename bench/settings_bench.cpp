@@ -102,7 +102,8 @@ void addReaders(const std::string& name, std::vector<Entry> entries) {
     Works works;
     for (const NamedPeer& peer : peers()) works.push_back(reader(peer, entries));
     // Whoever reads a file as the second finds it in the processor's cache.
-    std::ranges::rotate(entries, entries.begin() + static_cast<std::ptrdiff_t>(entries.size() / 2));
+    std::rotate(entries.begin(), entries.begin() + static_cast<std::ptrdiff_t>(entries.size() / 2),
+                entries.end());
     add(name, reader(peers().front(), entries), works);
 }
 

@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Windows programs under Wine, with a prefix and a display of their own. To be sourced:
 #
 #     trap stop_wine EXIT

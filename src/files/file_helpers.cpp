@@ -25,6 +25,16 @@ bool isNormalFile(const FoundFile& found) {
     return !found.attributes.folder && !found.attributes.hidden && !found.attributes.system;
 }
 
+/// Makes a folder in the current one, unless it exists, and makes it the current one.
+void makeAndEnter(Folders& folders, const std::string& folder) {
+    try {
+        makeFolder(folders, folder);
+    } catch (const RuntimeError& error) {
+        if (!error.is(ErrorNumber::PathFileAccess)) throw;  // 75: it exists already
+    }
+    changeFolder(folders, folder);
+}
+
 }  // namespace
 
 bool cGenProcs::OpenFileForOutput(std::int16_t fileNo, const std::string& fileName) {
@@ -59,19 +69,19 @@ void cGenProcs::CloseFile(std::int16_t& fileNumber) {
 bool cGenProcs::FileExist(const std::string& fiName, std::int32_t* fiSize) {
     return procedure(library_, "(Class Module) cGenProcs::Function FileExist", [&] {
         Files& files = *library_.platform().files;
-        const auto answer = [fiSize](std::int32_t size, bool exists) {
-            if (fiSize != nullptr) *fiSize = size;
-            return exists;
-        };
-        if (!hasWildCard(fiName)) {
-            const Outcome<FileAttributes> found = files.GetFileAttributesExA(fiName);
-            if (!found || found.value.folder) return answer(0, false);
-            return answer(clamped(found.value.size), true);
+        std::int32_t ownSize = 0;
+        std::int32_t& size = fiSize != nullptr ? *fiSize : ownSize;
+        size = 0;
+        if (hasWildCard(fiName)) {
+            const Outcome<std::vector<FoundFile>> found = files.FindFirstFileA(fiName);
+            if (found)
+                size = clamped(static_cast<std::uint64_t>(std::ranges::count_if(found.value, isNormalFile)));
+            return size >= 1;
         }
-        const Outcome<std::vector<FoundFile>> found = files.FindFirstFileA(fiName);
-        if (!found) return answer(0, false);
-        const auto count = std::ranges::count_if(found.value, isNormalFile);
-        return answer(clamped(static_cast<std::size_t>(count)), count >= 1);
+        const Outcome<FileAttributes> found = files.GetFileAttributesExA(fiName);
+        if (!found || found.value.folder) return false;
+        size = clamped(found.value.size);
+        return true;
     });
 }
 
@@ -124,7 +134,7 @@ bool cGenProcs::CreatePath(std::string destPath, bool subdueError, std::int32_t*
                            std::string* pathOK) {
     return procedure(library_, "(Class Module) cGenProcs::Sub CreatePath", [&] {
         Folders& folders = *library_.platform().folders;
-        const auto fail = [&](const RuntimeError& error, const std::string& where) {
+        const auto cannot = [&](const RuntimeError& error, const std::string& where) {
             if (subdueError) {
                 if (errNum != nullptr) *errNum = error.number();
             } else {
@@ -137,28 +147,21 @@ bool cGenProcs::CreatePath(std::string destPath, bool subdueError, std::int32_t*
 
         if (!destPath.ends_with('\\')) destPath += '\\';
         try {
-            changeDrive(folders, destPath);
+            changeToDriveOf(folders, destPath);
         } catch (const RuntimeError& error) {
-            return fail(error, "when accessing destination drive " + text::left(destPath, 2));
+            return cannot(error, "when accessing destination drive " + text::left(destPath, 2));
         }
-        changeFolder(folders, "\\");
 
-        std::size_t levelStart = destPath[2] == '\\' ? 3 : 2;  // behind the drive and its root
-        for (std::size_t levelEnd = destPath.find('\\', levelStart); levelEnd != std::string::npos;
-             levelStart = levelEnd + 1, levelEnd = destPath.find('\\', levelStart)) {
-            const std::string level = destPath.substr(levelStart, levelEnd - levelStart);
+        std::size_t start = destPath[2] == '\\' ? 3 : 2;  // behind the drive and its root
+        for (std::size_t end = 0; (end = destPath.find('\\', start)) != std::string::npos; start = end + 1) {
+            const std::string level = destPath.substr(start, end - start);
             try {
-                try {
-                    makeFolder(folders, level);
-                } catch (const RuntimeError& error) {
-                    if (!error.is(ErrorNumber::PathFileAccess)) throw;  // 75: it exists already
-                }
-                changeFolder(folders, level);
+                makeAndEnter(folders, level);
             } catch (const RuntimeError& error) {
-                return fail(error, "while attempting to create directory " + level + " in " +
-                                       destPath.substr(0, levelStart));
+                return cannot(error, "while attempting to create directory " + level + " in " +
+                                         destPath.substr(0, start));
             }
-            if (pathOK != nullptr) *pathOK = destPath.substr(0, levelEnd);
+            if (pathOK != nullptr) *pathOK = destPath.substr(0, end);
         }
         return true;
     });

@@ -44,7 +44,7 @@ void cGenProcs::RecentJobsNewItem(const t_gencvf::JobItem& jobItem, const Object
                                   const t_gencvf::ProgramState& prog) {
     procedure(library_, "(Class Module) cGenProcs::Sub RecentJobsNewItem", [&] {
         RecentJobsMenu menu(mainForm);
-        const std::string& path = jobItem.jobPath;
+        const std::string path = jobItem.jobPath;  // reading a caption may run code of the host
         if (menu.caption(0) == RecentJobsMenu::captionFor(0, path)) return;
 
         std::int16_t found = -1;

@@ -19,6 +19,18 @@ std::string codeText(std::int32_t code) {
     return numberText(isPower ? std::int64_t{1} << code : std::int64_t{code});
 }
 
+/// A flag that is set as long as this stands.
+class SetWhileHere {
+   public:
+    explicit SetWhileHere(bool& flag) : flag_(flag) { flag_ = true; }
+    SetWhileHere(const SetWhileHere&) = delete;
+    SetWhileHere& operator=(const SetWhileHere&) = delete;
+    ~SetWhileHere() { flag_ = false; }
+
+   private:
+    bool& flag_;
+};
+
 /// The log, open for appending and closed whatever happens.
 class LogFile {
    public:
@@ -49,8 +61,9 @@ void WriteDLLerror(Library& library, const std::string& errMsg, const t_gencvf::
     procedure(library, "(Module) GenUtil::Sub WriteDLLerror", [&] {
         if (!library.utility().FolderExists(prog.tempPath)) return;
 
+        const std::string timeStamp = dayMonthYearTime(library.utility().Now());
         LogFile log(library, prog.tempPath + std::string(kLogName));
-        log.print(dayMonthYearTime(library.utility().Now()) + " : ");
+        log.print(timeStamp + " : ");
         if (prog.errorLogBrief) {
             log.printLine(errMsg);
         } else {
@@ -62,6 +75,8 @@ void WriteDLLerror(Library& library, const std::string& errMsg, const t_gencvf::
 }
 
 bool ReportErrorTrail(Library& library, const std::string& source, const std::string& procedureName) {
+    if (library.reporting()) return false;
+    const SetWhileHere reporting(library.reporting());
     t_gencvf::ErrorReporter& reporter = library.errorReporter();
     if (reporter.suppressNextReport()) {
         reporter.suppressNextReport(false);

@@ -19,7 +19,8 @@ namespace GenUtil {
 void WriteDLLerror(Library& library, const std::string& errMsg, const t_gencvf::ProgramState& prog);
 
 /// Hands an error's source and the name of the procedure that it leaves to the host's error reporter. While
-/// the reporter's suppressNextReport is set, clears that instead. Returns whether a report was made.
+/// the reporter's suppressNextReport is set, clears that instead; while the reporter itself is at work, does
+/// nothing. Returns whether a report was made.
 bool ReportErrorTrail(Library& library, const std::string& source, const std::string& procedureName);
 
 }  // namespace GenUtil

@@ -86,9 +86,8 @@ class cGenProcs {
     void ReadCurrentJobName(t_gencvf::JobItem& pJob, const std::string& userINIpath);
 
     /// The folder for list files. `ListGrouping` 1: `dataPath` + "List\"; 2: `dataPath`; any other value, or
-    /// a blank choice: `mainPath` + "List\". Below 2 a missing folder is made (errors 75, 76). Both paths end
-    /// in
-    /// "\".
+    /// a blank choice: `mainPath` + "List\". Below 2 a missing folder is made (errors 75, 76). Both paths
+    /// have a "\" at their end.
     std::string SetListPath(std::int16_t ListGrouping, const std::string& mainPath,
                             const std::string& dataPath);
 
@@ -99,15 +98,15 @@ class cGenProcs {
     /// Opens for line output, creating the file or cutting it to nothing. True, or an error of NumberedFiles.
     bool OpenFileForOutput(std::int16_t fileNo, const std::string& fileName);
 
-    /// Opens for line input. False, after a message, where there is no such file.
+    /// Opens for line input. False, after a message, where there is no such file (a folder is none).
     bool OpenFileForInput(std::int16_t fileNo, const std::string& fileName);
 
-    /// Closes the file and sets `fileNumber` to 0.
+    /// Closes the file and then sets `fileNumber` to 0. The number is free even where closing fails.
     void CloseFile(std::int16_t& fileNumber);
 
     /// Whether a file of that name exists; a folder is none. `fiSize` takes its length in bytes, 2147483647
-    /// where it is longer. With "?" or "*" in the name: whether any normal file matches, and `fiSize` takes
-    /// their number.
+    /// where it is longer. With "?" or "*" in the name: whether any normal file matches, no hidden or system
+    /// one, and `fiSize` takes their number; a folder that cannot be searched holds none.
     bool FileExist(const std::string& fiName, std::int32_t* fiSize = nullptr);
 
     /// Whether the file exists and is not empty, or any file matches.
@@ -117,23 +116,25 @@ class cGenProcs {
     void FileNameDetails(const std::string& fullPathName, std::string& fiName, std::string* fiPath = nullptr,
                          std::string* fiDrv = nullptr);
 
-    /// The text behind the last dot, or from it on unless `trimDot` is set; `fiName` takes what stands ahead
-    /// of it. A name that only starts with a dot is kept whole in `fiName`. Both arguments may be the same
-    /// text.
+    /// The text from the last dot on, or behind it where `trimDot` is set; `fiName` takes what stands ahead
+    /// of the dot. Blanks around `filesName` and one "\" at its end do not count. A name that only starts
+    /// with a dot, and one whose extension is empty, are kept whole in `fiName`. Both arguments may be the
+    /// same text.
     std::string FileNameExtn(const std::string& filesName, std::string* fiName = nullptr,
                              bool trimDot = false);
 
     /// Makes every missing folder of `destPath`, which starts with a drive, and leaves the deepest one
-    /// reached current. `pathOK` takes the part that exists now, without its trailing "\". False: the rest
-    /// cannot be made; `subdueError` then puts the error number into `errNum` in place of a message.
+    /// reached current. `pathOK` takes each part that was reached, without its trailing "\"; it keeps its
+    /// text where none was. False: the rest cannot be made, which a message tells; with `subdueError` only
+    /// `errNum` does.
     bool CreatePath(std::string destPath, bool subdueError = false, std::int32_t* errNum = nullptr,
                     std::string* pathOK = nullptr);
 
     // ---- The recent-jobs menu (files/recent_jobs.cpp)
     //
     // The captions of the main form's five menu entries `mnuFileRecentJobs` (0 to 4) are the list: "&1  " and
-    // the path of the most recent job, down to "&5  "; an empty entry has the caption "". Error 340: no such
-    // entry.
+    // the path of the most recent job, down to "&5  "; an empty entry has no path behind its prefix,
+    // or the caption "". An index outside raises what the form raises for it, 340 as a rule.
 
     /// Puts the job at the top and remembers it as the last job, unless it is on top already.
     void RecentJobsNewItem(const t_gencvf::JobItem& jobItem, const ObjectPointer& mainForm,
@@ -142,7 +143,7 @@ class cGenProcs {
     /// Moves entry `Index` to the top.
     void RecentJobsReOrder(std::int16_t Index, const ObjectPointer& mainForm);
 
-    /// Takes entry `Index` out and closes the gap.
+    /// Takes entry `Index` out and closes the gap. An index above 4 empties entry 4.
     void RecentJobsClearDeleted(std::int16_t Index, const ObjectPointer& mainForm);
 
     /// Shows the entries that hold a job and hides the others.

@@ -14,7 +14,10 @@ Service& required(const std::unique_ptr<Service>& service) {
 }  // namespace
 
 Library::Library(t_gencvf::Host& host, Platform& platform)
-    : host_(host), platform_(platform), files_(required(platform.files), required(platform.folders)) {}
+    : host_(host), platform_(platform), files_(required(platform.files), required(platform.folders)) {
+    required(platform.profileFiles);
+    required(platform.windows);
+}
 
 Library::~Library() = default;
 

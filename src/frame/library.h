@@ -6,8 +6,8 @@
 ///     Library library{host, platform};
 ///     cGenProcs procs{library};
 ///
-/// Host and platform must outlive the Library, and the Library the classes. Everything runs on the host's
-/// user-interface thread.
+/// Error 91: a service of the platform is missing. Host and platform must outlive the Library, and the
+/// Library the classes. Everything runs on the host's user-interface thread.
 #pragma once
 
 #include <memory>
@@ -32,6 +32,10 @@ class Library {
     t_gencvf::Utility& utility();
     t_gencvf::ErrorReporter& errorReporter();
 
+    /// Whether the error reporter is at work. It may use the library itself, and hears nothing of its own
+    /// errors.
+    bool& reporting() { return reporting_; }
+
     /// The numbered text files, shared by the host and the library.
     NumberedFiles& files() { return files_; }
 
@@ -41,6 +45,7 @@ class Library {
     std::unique_ptr<t_gencvf::Utility> utility_;
     std::unique_ptr<t_gencvf::ErrorReporter> errorReporter_;
     NumberedFiles files_;
+    bool reporting_ = false;
 };
 
 }  // namespace t_genproc

@@ -9,39 +9,51 @@
 namespace t_genproc::guard {
 namespace {
 
-/// The error in flight, as a run-time error.
-RuntimeError currentError() {
+// The error in flight; nothing here needs memory before the report is made.
+
+std::int32_t currentNumber() noexcept {
     try {
         throw;
     } catch (const RuntimeError& error) {
-        return error;
+        return error.number();
     } catch (const std::bad_alloc&) {
-        return RuntimeError(ErrorNumber::OutOfMemory);
+        return static_cast<std::int32_t>(ErrorNumber::OutOfMemory);
     } catch (const std::length_error&) {
-        return RuntimeError(ErrorNumber::SubscriptOutOfRange);
+        return static_cast<std::int32_t>(ErrorNumber::SubscriptOutOfRange);
     } catch (const std::out_of_range&) {
-        return RuntimeError(ErrorNumber::SubscriptOutOfRange);
+        return static_cast<std::int32_t>(ErrorNumber::SubscriptOutOfRange);
     } catch (...) {
-        return RuntimeError(ErrorNumber::InternalError);
+        return static_cast<std::int32_t>(ErrorNumber::InternalError);
     }
 }
 
-/// Reports, and gives the number to raise again. A reporter that fails must not hide the error it was told
-/// of.
-std::int32_t report(Library& library, std::string_view name) noexcept {
-    const RuntimeError error = currentError();
+std::string currentSource() {
     try {
-        GenUtil::ReportErrorTrail(library, error.source(), std::string(name));
+        throw;
+    } catch (const RuntimeError& error) {
+        return error.source();
     } catch (...) {
-        return error.number();
+        return std::string(kLibrarySource);
     }
-    return error.number();
+}
+
+void report(Library& library, std::string_view name) noexcept {
+    try {
+        GenUtil::ReportErrorTrail(library, currentSource(), std::string(name));
+    } catch (...) {  // a reporter that fails must not hide the error that it was told of
+    }
 }
 
 }  // namespace
 
 void reportAndRaise(Library& library, std::string_view name) {
-    throw RuntimeError(report(library, name), name);
+    const std::int32_t number = currentNumber();
+    report(library, name);
+    try {
+        throw RuntimeError(number, name);
+    } catch (const std::bad_alloc&) {
+        throw RuntimeError(number);  // its source is short enough to need no memory
+    }
 }
 
 void reportAndEnd(Library& library, std::string_view name) noexcept { report(library, name); }

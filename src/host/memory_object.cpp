@@ -15,13 +15,14 @@ namespace text = t_genproc::text;
 template <class Value>
 Value& find(std::map<std::string, Value>& members, std::string_view name) {
     const auto found = members.find(text::upper(name));
-    if (found == members.end()) raise(ErrorNumber::NoSuchMember);
+    if (name.empty() || found == members.end()) raise(ErrorNumber::NoSuchMember);
     return found->second;
 }
 
-Object& indexed(const Variant& property) {
+/// The object that a property holds, kept alive while it is used.
+ObjectPointer indexed(const Variant& property) {
     if (!std::holds_alternative<ObjectPointer>(property)) raise(ErrorNumber::WrongNumberOfArguments);
-    return *t_genproc::toObject(property);
+    return t_genproc::toObject(property);
 }
 
 }  // namespace
@@ -38,7 +39,7 @@ MemoryObject& MemoryObject::addMethod(std::string_view name, Method method) {
 
 Variant MemoryObject::get(std::string_view member, Arguments arguments) {
     Variant& property = find(properties_, member);
-    return arguments.empty() ? property : indexed(property).get({}, arguments);
+    return arguments.empty() ? property : indexed(property)->get({}, arguments);
 }
 
 void MemoryObject::let(std::string_view member, const Variant& value, Arguments arguments) {
@@ -46,12 +47,13 @@ void MemoryObject::let(std::string_view member, const Variant& value, Arguments 
     if (arguments.empty()) {
         property = value;
     } else {
-        indexed(property).let({}, value, arguments);
+        indexed(property)->let({}, value, arguments);
     }
 }
 
 Variant MemoryObject::call(std::string_view member, Arguments arguments) {
-    return find(methods_, member)(arguments);
+    const Method method = find(methods_, member);  // it may change this object
+    return method(arguments);
 }
 
 MemoryControlArray::MemoryControlArray(int count) {

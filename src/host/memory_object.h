@@ -23,7 +23,7 @@ class MemoryObject : public Object {
     MemoryObject& addMethod(std::string_view name, Method method);
 
     /// A property; with arguments, the default member of the object that it holds. Error 438: no such
-    /// property; 450: arguments for a property that holds no object.
+    /// property; 450: arguments for a property that holds no object; 91: for one that holds Nothing.
     Variant get(std::string_view member, Arguments arguments = {}) override;
     void let(std::string_view member, const Variant& value, Arguments arguments = {}) override;
     Variant call(std::string_view member, Arguments arguments = {}) override;

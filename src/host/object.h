@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "runtime/variant.h"
@@ -30,9 +31,9 @@ class Object {
     virtual Variant call(std::string_view member, Arguments arguments = {}) = 0;
 };
 
-/// An object, or one of its members that is yet to be read, written or called. Light to copy; nothing happens
-/// before the last step of an expression. Error 91: Nothing stands where an object is needed; 424: something
-/// else.
+/// An object, or one of its members that is yet to be read, written or called: each step of an expression
+/// reads the one before it, the last one does what it says. Error 91: Nothing stands where an object is
+/// needed; 424: something else.
 class LateBound {
    public:
     explicit LateBound(ObjectPointer object) : object_(std::move(object)) {}

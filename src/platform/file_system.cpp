@@ -27,9 +27,9 @@ void changeFolder(Folders& folders, const std::string& folder) {
     raiseOnFolderFailure(folders.SetCurrentDirectoryA(folder));
 }
 
-void changeDrive(Folders& folders, const std::string& path) {
+void changeToDriveOf(Folders& folders, const std::string& path) {
     const bool namesDrive = path.size() >= 2 && isLetter(path[0]) && path[1] == ':';
-    if (!namesDrive || folders.SetCurrentDirectoryA(path.substr(0, 2)) != SystemError::Success) {
+    if (!namesDrive || folders.SetCurrentDirectoryA(path.substr(0, 2) + '\\') != SystemError::Success) {
         throw RuntimeError(ErrorNumber::DeviceUnavailable);
     }
 }

@@ -17,7 +17,8 @@ void makeFolder(Folders& folders, const std::string& folder);
 /// Makes `folder` the current one. Error 76: there is no such folder.
 void changeFolder(Folders& folders, const std::string& folder);
 
-/// Makes the drive of `path` ("C:" at its start) the current one. Error 68: there is no such drive.
-void changeDrive(Folders& folders, const std::string& path);
+/// Makes the drive of `path` ("C:" at its start) the current one, and its root the current folder. Error 68:
+/// there is no such drive.
+void changeToDriveOf(Folders& folders, const std::string& path);
 
 }  // namespace t_genproc

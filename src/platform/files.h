@@ -45,9 +45,10 @@ class Files {
 
     virtual Outcome<FileAttributes> GetFileAttributesExA(const std::string& fileName) = 0;
 
-    /// Every entry that matches: FindFirstFileA, FindNextFileA to the end, FindClose. Wild cards stand in the
-    /// last part of `pattern` only: "*" for any text, "?" for one character or none at the end of a name.
-    /// FileNotFound where nothing matches.
+    /// Every entry that matches, "." and ".." among them: FindFirstFileA, FindNextFileA to the end,
+    /// FindClose. Wild cards stand in the last part of `pattern` only: "*" for any text, "?" for one
+    /// character or none ahead of a dot or at the end of a name. FileNotFound where nothing matches. Where
+    /// the system marks no files as hidden, a dot at the start of the name does.
     virtual Outcome<std::vector<FoundFile>> FindFirstFileA(const std::string& pattern) = 0;
 
     /// Text as the system keeps it in text files, and back: the ANSI code page on Windows, UTF-8 elsewhere.

@@ -19,7 +19,7 @@ void requireNumber(std::int16_t fileNo) {
 
 NumberedFiles::~NumberedFiles() {
     for (auto& [number, file] : open_) {
-        if (file.use != FileUse::Read) files_.WriteFile(file.handle, file.buffer);
+        if (file.use != FileUse::Read) flush(file);
         files_.CloseHandle(file.handle);
     }
 }
@@ -56,12 +56,11 @@ void NumberedFiles::open(std::int16_t fileNo, const std::string& fileName, FileU
         }
     }
 
+    const auto place = open_.emplace(fileNo, OpenFile{.use = use, .fullName = fullName.value}).first;
     const Outcome<FileHandle> handle = files_.CreateFileA(fullName.value, use);
+    if (!handle) open_.erase(place);
     raiseOnFailure(handle.error);
-    OpenFile& file = open_[fileNo];
-    file.handle = handle.value;
-    file.use = use;
-    file.fullName = fullName.value;
+    place->second.handle = handle.value;
 }
 
 void NumberedFiles::close(std::int16_t fileNo) {
@@ -71,11 +70,9 @@ void NumberedFiles::close(std::int16_t fileNo) {
     OpenFile file = std::move(found->second);
     open_.erase(found);
 
-    SystemError written = SystemError::Success;
-    if (file.use != FileUse::Read && !file.buffer.empty())
-        written = files_.WriteFile(file.handle, file.buffer);
+    if (file.use != FileUse::Read) flush(file);
     const SystemError closed = files_.CloseHandle(file.handle);
-    raiseOnFailure(written);
+    raiseOnFailure(file.failure);
     raiseOnFailure(closed);
 }
 
@@ -94,22 +91,11 @@ bool NumberedFiles::endOfFile(std::int16_t fileNo) {
 std::string NumberedFiles::lineInput(std::int16_t fileNo) {
     if (endOfFile(fileNo)) throw RuntimeError(ErrorNumber::InputPastEnd);
     OpenFile& file = findForReading(fileNo);
-    std::size_t searched = 0;  // bytes of the line that hold no end of line
-    std::size_t end = std::string::npos;
-    do {
-        end = file.buffer.find_first_of("\r\n", file.position + searched);
-        searched = file.buffer.size() - file.position;
-    } while (end == std::string::npos && readMore(file));
-
-    if (end == std::string::npos) end = file.buffer.size();
-    std::string line =
-        files_.decode(std::string_view(file.buffer).substr(file.position, end - file.position));
-    // A CR at the end of the block may have its LF in the next one; reading on shifts the block.
-    const std::size_t lineBytes = end - file.position;
-    if (end + 1 >= file.buffer.size()) readMore(file);
-    end = file.position + lineBytes;
-    const std::string_view rest = std::string_view(file.buffer).substr(end);
-    file.position = end + (rest.starts_with(kEndOfLine) ? 2 : rest.empty() ? 0 : 1);
+    const std::size_t length = lineLength(file);
+    std::string line = files_.decode(std::string_view(file.buffer).substr(file.position, length));
+    file.position += length;
+    skip(file, '\r');
+    skip(file, '\n');
     return line;
 }
 
@@ -117,6 +103,7 @@ void NumberedFiles::print(std::int16_t fileNo, std::string_view text) {
     OpenFile& file = findForWriting(fileNo);
     file.buffer += files_.encode(text);
     if (file.buffer.size() >= kBlock) flush(file);
+    raiseOnFailure(file.failure);
 }
 
 void NumberedFiles::printLine(std::int16_t fileNo, std::string_view text) {
@@ -155,10 +142,24 @@ bool NumberedFiles::readMore(OpenFile& file) {
     return !file.exhausted;
 }
 
+/// The bytes of the next line, which are in the buffer from then on.
+std::size_t NumberedFiles::lineLength(OpenFile& file) {
+    for (std::size_t searched = 0;;) {
+        const std::size_t end = file.buffer.find_first_of(kEndOfLine, file.position + searched);
+        if (end != std::string::npos) return end - file.position;
+        searched = file.buffer.size() - file.position;
+        if (!readMore(file)) return searched;
+    }
+}
+
+void NumberedFiles::skip(OpenFile& file, char expected) {
+    const bool atEnd = file.position == file.buffer.size() && !readMore(file);
+    if (!atEnd && file.buffer[file.position] == expected) ++file.position;
+}
+
 void NumberedFiles::flush(OpenFile& file) {
-    const SystemError error = files_.WriteFile(file.handle, file.buffer);
+    if (file.failure == SystemError::Success) file.failure = files_.WriteFile(file.handle, file.buffer);
     file.buffer.clear();
-    raiseOnFailure(error);
 }
 
 }  // namespace t_genproc

@@ -6,8 +6,8 @@
 ///     files.close(fileNo);
 ///
 /// Numbers run from 1 to 511. Lines end with CR LF when they are written and with CR LF, LF or CR when they
-/// are read. What is written reaches the file at the latest when it is closed. Text is converted as
-/// Files::encode does.
+/// are read. What is written reaches the file at the latest when it is closed; where it cannot, closing
+/// raises that error too. Text is converted as Files::encode does.
 ///
 /// Errors of every member: 52, the number is out of range or not open; 54, the file is open for the other
 /// direction; and those of raiseOnFailure.
@@ -33,7 +33,8 @@ class NumberedFiles {
     /// The lowest number from 1 to 255 that is not in use. Error 67: all are.
     std::int16_t freeFile() const;
 
-    /// Error 55: the number is in use, or the file is open already and one of the two uses writes.
+    /// Error 55: the number is in use, or a file of that full name is open already and one of the two uses
+    /// writes.
     void openForInput(std::int16_t fileNo, const std::string& fileName);
     void openForOutput(std::int16_t fileNo, const std::string& fileName);  // created, or cut to nothing
     void openForAppend(std::int16_t fileNo, const std::string& fileName);  // created where missing
@@ -55,10 +56,11 @@ class NumberedFiles {
     struct OpenFile {
         FileHandle handle = 0;
         FileUse use = FileUse::Read;
-        std::string fullName;
-        std::string buffer;        // read: what is not handed out yet; write: what is not in the file yet
+        std::string fullName{};
+        std::string buffer{};      // read: what is not handed out yet; write: what is not in the file yet
         std::size_t position = 0;  // read: where the next line starts in `buffer`
         bool exhausted = false;    // read: the file holds no more than `buffer`
+        SystemError failure = SystemError::Success;  // write: the first one
     };
 
     void open(std::int16_t fileNo, const std::string& fileName, FileUse use);
@@ -66,6 +68,8 @@ class NumberedFiles {
     OpenFile& findForReading(std::int16_t fileNo);
     OpenFile& findForWriting(std::int16_t fileNo);
     bool readMore(OpenFile& file);
+    std::size_t lineLength(OpenFile& file);
+    void skip(OpenFile& file, char expected);
     void flush(OpenFile& file);
 
     Files& files_;

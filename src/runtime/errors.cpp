@@ -73,7 +73,7 @@ static_assert(std::ranges::is_sorted(kDescriptions, {}, &Description::number));
 
 }  // namespace
 
-std::string_view errorDescription(std::int32_t number) {
+std::string_view errorDescription(std::int32_t number) noexcept {
     const auto found = std::ranges::lower_bound(kDescriptions, number, {}, &Description::number);
     if (found != kDescriptions.end() && found->number == number) return found->text;
     return "Application-defined or object-defined error";
@@ -82,7 +82,6 @@ std::string_view errorDescription(std::int32_t number) {
 RuntimeError::RuntimeError(ErrorNumber number, std::string_view source)
     : RuntimeError(static_cast<std::int32_t>(number), source) {}
 
-RuntimeError::RuntimeError(std::int32_t number, std::string_view source)
-    : std::runtime_error(std::string(errorDescription(number))), number_(number), source_(source) {}
+RuntimeError::RuntimeError(std::int32_t number, std::string_view source) : number_(number), source_(source) {}
 
 }  // namespace t_genproc

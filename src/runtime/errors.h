@@ -7,7 +7,7 @@
 #pragma once
 
 #include <cstdint>
-#include <stdexcept>
+#include <exception>
 #include <string>
 #include <string_view>
 
@@ -47,10 +47,10 @@ enum class ErrorNumber : std::int32_t {
 inline constexpr std::string_view kLibrarySource = "t_genproc";
 
 /// The standard description of `number`, for example "File not found" of 53; a number without one has
-/// "Application-defined or object-defined error".
-std::string_view errorDescription(std::int32_t number);
+/// "Application-defined or object-defined error". It ends in a zero byte.
+std::string_view errorDescription(std::int32_t number) noexcept;
 
-class RuntimeError : public std::runtime_error {
+class RuntimeError : public std::exception {
    public:
     explicit RuntimeError(ErrorNumber number, std::string_view source = kLibrarySource);
     explicit RuntimeError(std::int32_t number, std::string_view source = kLibrarySource);
@@ -58,7 +58,8 @@ class RuntimeError : public std::runtime_error {
     std::int32_t number() const noexcept { return number_; }
     bool is(ErrorNumber number) const noexcept { return number_ == static_cast<std::int32_t>(number); }
     const std::string& source() const noexcept { return source_; }
-    std::string_view description() const { return errorDescription(number_); }
+    std::string_view description() const noexcept { return errorDescription(number_); }
+    const char* what() const noexcept override { return description().data(); }
 
    private:
     std::int32_t number_;

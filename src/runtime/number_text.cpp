@@ -12,12 +12,15 @@ namespace t_genproc {
 namespace {
 
 constexpr double kLeastPlain = 1e-15;
+template <class Number>
 constexpr double kPlainBelow = 1e15;
+template <>
+constexpr double kPlainBelow<float> = 1e7;  // above, a float has fewer digits than its plain form
 
 template <class Number>
 std::string shortest(Number value) {
     const double magnitude = std::abs(static_cast<double>(value));
-    const bool plain = magnitude == 0 || (magnitude >= kLeastPlain && magnitude < kPlainBelow);
+    const bool plain = magnitude == 0 || (magnitude >= kLeastPlain && magnitude < kPlainBelow<Number>);
     std::array<char, 64> buffer{};
     const auto format = plain ? std::chars_format::fixed : std::chars_format::scientific;
     const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, format).ptr;
@@ -34,13 +37,11 @@ bool isBelowOne(std::string_view digits) {
     const std::size_t firstDigit = mantissa.find_first_of("123456789");
     std::string_view exponentText = digits.substr(mantissaEnd);
     exponentText.remove_prefix(std::min(exponentText.find_first_not_of("Ee+"), exponentText.size()));
-    long long exponent = 0;
-    if (std::from_chars(exponentText.data(), exponentText.data() + exponentText.size(), exponent).ec ==
-        std::errc::result_out_of_range) {
-        return exponentText.starts_with('-');
-    }
-    const long long pointDistance = static_cast<long long>(point) - static_cast<long long>(firstDigit);
-    return exponent + pointDistance <= 0;
+    int exponent = 0;  // an exponent beyond an int outweighs any number of digits
+    const auto [end, error] =
+        std::from_chars(exponentText.data(), exponentText.data() + exponentText.size(), exponent);
+    if (error == std::errc::result_out_of_range) return exponentText.starts_with('-');
+    return exponent + static_cast<std::int64_t>(point) - static_cast<std::int64_t>(firstDigit) <= 0;
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ namespace t_genproc {
 std::string numberText(std::int64_t value);
 
 /// The shortest text that reads back to the same value: "0.1", "-1500", "8.1204E-16". Magnitudes from 1e-15
-/// to below 1e15 are in plain decimal, others with an exponent.
+/// to below 1e15 (of a float, 1e7) are in plain decimal, others with an exponent.
 std::string numberText(double value);
 std::string numberText(float value);
 

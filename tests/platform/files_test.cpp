@@ -39,7 +39,7 @@ TEST_F(FilesTest, FailWithTheNumbersThatProgramsKnow) {
         {55, [&] { numbered.openForOutput(3, path("FULL.txt")); }},
         {55, [&] { numbered.openForInput(3, path("folder\\..\\new.txt")); }},
         {62, [&] { numbered.lineInput(1), numbered.lineInput(1); }},
-        {68, [&] { changeDrive(folders, "Q:\\"); }},
+        {68, [&] { changeToDriveOf(folders, "Q:\\"); }},
         {75, [&] { numbered.openForInput(3, path("folder")); }},
         {75, [&] { numbered.openForOutput(3, path("folder")); }},
         {75, [&] { makeFolder(folders, path("folder")); }},
@@ -171,10 +171,12 @@ TEST_F(FilesTest, CountPathsFromTheCurrentDriveAndFolder) {
     EXPECT_EQ(folders.GetFullPathNameA("").error, SystemError::InvalidName);
 
     if (test::isLeftOut("Windows: has one drive for certain")) return;
-    changeDrive(folders, "Z:\\anywhere");
+    changeToDriveOf(folders, "Z:\\anywhere");
     EXPECT_EQ(full("x"), "Z:\\x");
-    changeDrive(folders, drive);
+    changeFolder(folders, drive);
     EXPECT_EQ(full("x"), here + "\\x");
+    changeToDriveOf(folders, here);
+    EXPECT_EQ(full("x"), drive + "\\x");
 }
 
 }  // namespace

@@ -70,7 +70,8 @@ TEST(NumberTextTest, ReadBackBitForBit) {
         const auto single = std::bit_cast<float>(static_cast<std::uint32_t>(random()));
         if (i % 2 == 0) value = std::round(std::fmod(value, 1e6) * 1000) / 1000;  // what people type
         const std::string text = numberText(value), singleText = numberText(single);
-        if (std::isfinite(single)) EXPECT_EQ(static_cast<float>(parseNumber(singleText).value()), single);
+        EXPECT_TRUE(!std::isfinite(single) || static_cast<float>(*parseNumber(singleText)) == single)
+            << singleText;
         if (!std::isfinite(value)) continue;
         EXPECT_EQ(std::bit_cast<std::uint64_t>(parseNumber(text).value()),
                   std::bit_cast<std::uint64_t>(value));
@@ -107,11 +108,12 @@ TEST(DateValueTest, NameTheSecond) {
               "31-12-1899  00:00:01,31-12-1899  00:00:00,01-01-0100  18:00:00,");
     for (const double value : {kFirst - 1, kLast + 1, kLast + 0.99999999999, 1e300, double{NAN}})
         EXPECT_EQ(errorOf([&] { civilTime(value); }), 5) << value;
-    for (const CivilTime& time : {CivilTime{2026, 2, 31, 12}, CivilTime{1899, 12, 0, 6},
-                                  CivilTime{1899, 12, 30, -18}, CivilTime{9999, 12, 32}, CivilTime{99},
-                                  CivilTime{2026, 13}, CivilTime{2026, 1, INT32_MAX, INT32_MAX}})
+    for (const CivilTime& time :
+         {CivilTime{2026, 2, 31, 12}, CivilTime{1899, 12, 0, 6}, CivilTime{1899, 12, 30, -18},
+          CivilTime{9999, 12, 32}, CivilTime{99}, CivilTime{2026, 0}, CivilTime{2026, 13},
+          CivilTime{2026, 1, INT32_MAX, INT32_MAX}})
         values += given([&] { return numberText(dateValue(time)); }) + ' ';
-    EXPECT_EQ(values, "46084.5 -30.25 -1.25 !5 !5 !5 !5 ");
+    EXPECT_EQ(values, "46084.5 -30.25 -1.25 !5 !5 !5 !5 !5 ");
     CivilTime last{99};
     for (double day = kFirst; day <= kLast; ++day) {
         const CivilTime time = civilTime(day);
@@ -139,6 +141,7 @@ TEST(VariantTest, ConvertOrRaise) {
                       given([&] { return numberText(toDouble(value)); }),
                   row.second);
     }
+    EXPECT_EQ(errorOf([] { toObject(ObjectPointer{}); }), 91);
     EXPECT_EQ(errorOf([] { checkedAdd(INT32_MIN, -1); }), 6);
     EXPECT_EQ(errorOf([] { checkedSubtract(INT32_MIN, 1); }), 6);
     EXPECT_EQ(errorOf([] { checkedMultiply(INT32_MIN, -1); }), 6);

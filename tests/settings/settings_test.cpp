@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <regex>
+#include <algorithm>
 
 #include "instanthelp/cInstHelpSettings.h"
 #include "platform/file_system.h"
@@ -45,23 +45,24 @@ const std::string
 struct SettingsTest : testing::Test, test::TestWorld {
     SettingsTest() { names = {"general", "program", "data", "ls", "jobs", "One", "Two", "ja", "nein"}; }
 
-    void expectFiles(std::string user, std::string programWide) {
-        for (std::string* words : {&user, &programWide})
-            *words = std::regex_replace(*words, std::regex(" "), "\r\n");
-        EXPECT_EQ(system.read(prog.userINIpath), system.stored(user));
-        EXPECT_EQ(system.read(prog.progINIpath), programWide);
+    std::string words(const std::string& file) {
+        std::string text = system.platform.files->decode(system.read(file));
+        std::erase(text, '\r');
+        std::ranges::replace(text, '\n', ' ');
+        return text;
     }
 
-    /// Saves the groups of those letters ("T": the program's path), the record of one of them missing. The
-    /// switch that is member n of its record has the given bit of n.
-    void saveAndExpect(const std::string& groups, int bit = 0, char missing = ' ') {
+    /// Saves the groups of those letters ("T": the program's path); a small letter is one whose record is
+    /// missing. The switch that is member n of its record has the given bit of n.
+    void saveAndExpect(const std::string& groups, int bit = 0) {
         const auto on = [bit](int member) { return (member >> bit & 1) != 0; };
-        const auto has = [&](char group) { return groups.find(group) != std::string::npos; };
-        const auto given = [&](char group, auto& record) { return group == missing ? nullptr : &record; };
+        const auto has = [&](const char* letters) {
+            return groups.find_first_of(letters) != std::string::npos;
+        };
         cInstHelpSettings help;
         help.gDisplayIhelp(on(1));
         const t_gencvf::JobItem job{"", "", "C:\\D\\", ""};
-        const t_gencvf::GeneralPreferences preferences{-2, "ed", on(3), on(4), on(5), on(6), 0.9996, on(8)};
+        const t_gencvf::GeneralPreferences general{-2, "ed", on(3), on(4), on(5), on(6), 0.9996, on(8)};
         const t_gencvf::JobConfiguration data{
             3,   255,     "UTM",   33, "ETRS",  "Höhe", 6371.5, -47,    2,      on(10), -0.1,   1.5,
             2.5, "cubic", "g.bin", 4,  "GRS80", on(18), on(19), on(20), on(21), on(22), on(23), 8.1204e-16};
@@ -72,27 +73,29 @@ struct SettingsTest : testing::Test, test::TestWorld {
             43, "44", 45.1F, 46, "47", 48.1F,  on(49), on(50), on(51), on(52), 53};
         std::int16_t changes = 0;
         for (const std::string& file : {prog.userINIpath, prog.progINIpath}) system.write(file, "");
-        EXPECT_EQ(failureOf([&] {
-                      procs.INISettingsSave(has('P'), has('T'), has('G'), has('D'), has('L'), has('R'), prog,
-                                            has('J') ? &job : nullptr, given('I', help),
-                                            given('G', preferences), given('D', data), given('L', ls),
-                                            missing == 'R' ? nullptr : form, &changes);
-                  }),
-                  missing == ' ' ? "none" : "91 (Class Module) cGenProcs::Sub INISettingsSave");
+        const std::string failure = failureOf([&] {
+            procs.INISettingsSave(has("P"), has("T"), has("Gg"), has("Dd"), has("Ll"), has("Rr"), prog,
+                                  has("J") ? &job : nullptr, has("i") ? nullptr : &help,
+                                  has("g") ? nullptr : &general, has("d") ? nullptr : &data,
+                                  has("l") ? nullptr : &ls, has("r") ? nullptr : form, &changes);
+        });
 
-        std::string user;
-        for (const char group : groups.substr(0, groups.find(missing))) {
-            if (user.empty() && std::string("JPIG").find(group) != std::string::npos) user = "[general] ";
-            if (group != 'T') user += kGroups[kLetters.find(group)];
+        std::string user, programWide = has("i")   ? ""
+                                        : has("T") ? "[program] ProgPath=C:\\P\\ One=1 Two=2 "
+                                                   : "[program] One=1 Two=2 ";
+        for (const char group : groups.substr(0, groups.find_first_of("igdlr"))) {
+            const std::size_t index = kLetters.find(group);
+            if (user.empty() && index < 4) user = "[general] ";
+            if (group != 'T') user += kGroups[index];
         }
         for (std::size_t at = 0; (at = user.find_first_of("@#")) != std::string::npos;) {
             const bool set = on(std::stoi(user.substr(at + 1, 2)));
             user.replace(at, 3, user[at] == '@' ? (set ? "1" : "0") : (set ? "ja" : "nein"));
         }
-        expectFiles(user, missing == 'I' ? ""
-                          : has('T')     ? "[program] ProgPath=C:\\P\\ One=1 Two=2 "
-                                         : "[program] One=1 Two=2 ");
-        EXPECT_EQ(changes, missing == 'I' ? 0 : has('T') ? 3 : 2);
+        EXPECT_EQ(failure, has("igdlr") ? "91 (Class Module) cGenProcs::Sub INISettingsSave" : "none");
+        EXPECT_EQ(words(prog.userINIpath), user);
+        EXPECT_EQ(words(prog.progINIpath), programWide);
+        EXPECT_EQ(changes, std::ranges::count(programWide, '='));
     }
 };
 
@@ -100,34 +103,37 @@ TEST_F(SettingsTest, WriteTheGroupsThatAreAskedFor) {
     int entry = 0;
     for (const char* caption : {"&1  C:\\Jobs\\Höhe", "&2 ", "", "&4  é", "äöü x"})
         menu->element(entry++).add("Caption", caption);
-    for (const char* groups : {"", "PI", "T", "G", "D", "L", "R"}) saveAndExpect(groups);
     for (int bit = 0; bit < 6; ++bit) saveAndExpect("JPITGDLR", bit);
-    for (const char missing : std::string("IGDLR"))
-        saveAndExpect("JPITGDLR", 0, missing);  // what was written stays
-    EXPECT_EQ(failureOf([&] { procs.RegSettingsSave(true, true, true, true, true, true, &prog); }),
-              "51 (Class Module) cGenProcs::Sub RegSettingsSave");
+    for (const char* groups : {"", "PI", "T", "G", "D", "L", "R", "JPiTG", "PITg", "TGd", "Dl", "Lr"})
+        saveAndExpect(groups);
     EXPECT_EQ(failureOf([&] {
                   procs.INISettingsSave(false, false, false, false, false, true, prog, nullptr, nullptr,
                                         nullptr, nullptr, nullptr, menu);
               }),
               "438 (Class Module) cGenProcs::Sub INISettingsSave");
+    EXPECT_EQ(failureOf([&] { procs.RegSettingsSave(true, true, true, true, true, true, &prog); }),
+              "51 (Class Module) cGenProcs::Sub RegSettingsSave");
 }
 
 TEST_F(SettingsTest, RememberTheLastJob) {
     t_gencvf::JobItem job;
-    const auto expect = [&](const std::string& last, const std::string& name, const std::string& extension) {
-        system.write(prog.userINIpath, system.stored("[jobs]\r\n" + last));
+    const std::pair<std::string, std::string> rows[] = {
+        {"Last=Dam.job ", "Dam|job"}, {"Last=a.b\\c ", "a|b\\c"}, {"Last=.job ", ".job|job"}, {"", "|"}};
+    for (const auto& [last, expected] : rows) {
+        system.write(prog.userINIpath, "[jobs]\n" + last);
         procs.ReadCurrentJobName(job, prog.userINIpath);
-        EXPECT_EQ(job.jobName + '|' + job.jobExtension, name + '|' + extension);
         procs.SaveCurrentJobName({"", ".job", "", ""}, prog);
-        EXPECT_EQ(system.read(prog.userINIpath), system.stored("[jobs]\r\n" + last));
-    };
-    expect("Last=Dam.job\r\n", "Dam", "job");
-    expect("Last=a.b\\Höhe\r\n", "a", "b\\Höhe");
-    expect("Last=.job\r\n", ".job", "job");
-    expect("", "", "");
+        EXPECT_EQ(job.jobName + '|' + job.jobExtension, expected);
+        EXPECT_EQ(words(prog.userINIpath), "[jobs] " + last);
+    }
     procs.SaveCurrentJobName({"Höhe", ".job", "", ""}, prog);
-    expectFiles("[jobs] Last=Höhe.job ", "none");
+    EXPECT_EQ(words(prog.userINIpath), "[jobs] Last=Höhe.job ");
+
+    prog.userINIpath = path("none\\user.ini");  // takes no key: passed over
+    const cInstHelpSettings help;
+    procs.SaveCurrentJobName({"Dam", "", "", ""}, prog);
+    procs.INISettingsSave(true, false, false, false, false, false, prog, &job, &help);
+    EXPECT_EQ(words(prog.progINIpath), "[program] One=1 Two=2 ");
 }
 
 TEST_F(SettingsTest, ChooseTheListFolder) {
@@ -137,11 +143,8 @@ TEST_F(SettingsTest, ChooseTheListFolder) {
         EXPECT_EQ(procs.SetListPath(grouping, path(""), dataPath), folder) << grouping;
         EXPECT_EQ(folderExists(*system.platform.files, folder), made) << grouping;
     };
-    expect(2, data, data, false);
-    expect(2, "  ", list, false);
-    expect(5, data, list, false);
-    expect(-1, data, list, true);
-    expect(0, data, list, true);
+    expect(2, data, data, false), expect(2, "  ", list, false), expect(5, data, list, false);
+    expect(-1, data, list, true), expect(0, data, list, true), expect(1, path(""), list, true);
     EXPECT_EQ(failureOf([&] { procs.SetListPath(1, "", data); }),
               "76 (Class Module) cGenProcs::Function SetListPath");
 }

@@ -1,7 +1,7 @@
 #include "platform/portable/drive_map.h"
 
 #include <dirent.h>
-#include <unistd.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <memory>
@@ -11,13 +11,18 @@
 namespace t_genproc::portable {
 namespace {
 
-constexpr std::string_view kNeverInPaths = "<>\"|?*:";
+constexpr std::size_t kLongestPath = 4096;
 
 bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 bool isSeparator(char c) { return c == '\\' || c == '/'; }
-bool isForbidden(char c) {
-    return static_cast<unsigned char>(c) < ' ' || kNeverInPaths.find(c) != std::string_view::npos;
-}
+/// By byte: whether no path may hold it.
+constexpr auto kForbidden = [] {
+    std::array<bool, 256> forbidden{};
+    for (std::size_t control = 0; control < ' '; ++control) forbidden[control] = true;
+    for (const char c : std::string_view("<>\"|?*:")) forbidden[static_cast<unsigned char>(c)] = true;
+    return forbidden;
+}();
+bool isForbidden(char c) { return kForbidden[static_cast<unsigned char>(c)]; }
 
 /// Adds the parts of `path` to `folder`, which ends in "\".
 void append(std::string& folder, std::string_view path) {
@@ -32,8 +37,12 @@ void append(std::string& folder, std::string_view path) {
             folder.resize(folder.find_last_of('\\') + 1);
             continue;
         }
-        if (isLast) part = part.substr(0, part.find_last_not_of(" .") + 1);
-        if (part.empty() || part == ".") continue;
+        if (isLast) {
+            part = part.substr(0, part.find_last_not_of(" .") + 1);
+        } else if (part.ends_with('.')) {
+            part.remove_suffix(1);
+        }
+        if (part.empty()) continue;
         folder += part;
         if (!isLast) folder += '\\';
     }
@@ -50,16 +59,28 @@ std::optional<std::string> entryIgnoringCase(const std::string& folder, std::str
     return found;
 }
 
-bool exists(const std::string& path) { return ::access(path.c_str(), F_OK) == 0; }
+bool exists(const std::string& path) {
+    struct stat found {};
+    return ::lstat(path.c_str(), &found) == 0;
+}
 
 /// `path` with every part below its first `rootLength` bytes spelled as it exists.
 std::string spelledAsItExists(const std::string& path, std::size_t rootLength) {
-    if (path.size() <= rootLength + 1 || exists(path)) return path;
-    const std::size_t nameEnd = path.ends_with('/') ? path.size() - 1 : path.size();
-    const std::size_t nameStart = path.find_last_of('/', nameEnd - 1) + 1;
-    const std::string parent = spelledAsItExists(path.substr(0, nameStart), rootLength);
-    const std::string name = path.substr(nameStart, nameEnd - nameStart);
-    return parent + entryIgnoringCase(parent, name).value_or(name) + path.substr(nameEnd);
+    if (exists(path)) return path;
+    std::string found = path.substr(0, rootLength);
+    for (std::size_t start = rootLength; start < path.size();) {
+        const std::size_t end = std::min(path.find('/', start + 1), path.size());
+        const std::string part = path.substr(start, end - start);  // "/" and a name
+        if (exists(found + part)) {
+            found += part;
+        } else if (const auto entry = entryIgnoringCase(found + "/", part.substr(1))) {
+            found += "/" + *entry;
+        } else {
+            return found + path.substr(start);
+        }
+        start = end;
+    }
+    return found;
 }
 
 }  // namespace
@@ -77,7 +98,8 @@ DriveMap::DriveMap(std::string driveC) {
 std::size_t DriveMap::driveIndex(char letter) { return static_cast<std::size_t>((letter | 0x20) - 'a'); }
 
 Outcome<std::string> DriveMap::fullPath(std::string_view path) const {
-    if (path.empty()) return {{}, SystemError::InvalidName};
+    if (text::isBlank(path)) return {{}, SystemError::InvalidName};
+    if (path.size() > kLongestPath) return {{}, SystemError::FileNameTooLong};
     std::size_t drive = currentDrive_;
     if (path.size() >= 2 && path[1] == ':' && isLetter(path[0])) {
         drive = driveIndex(path[0]);

@@ -1,8 +1,9 @@
 /// Drives on a system that has none: drive C is a folder of its own, drive Z the root of the file system.
 ///
 /// Paths are taken as Windows takes them: "/" is "\", each drive has a current folder, "." and ".." are
-/// resolved by the text alone, blanks and dots at the end of a path do not count, and letter case does not
-/// tell names apart (where two names differ in case only, the one that is spelled exactly wins).
+/// resolved by the text alone, blanks and dots at the end of a path and a dot at the end of a folder name do
+/// not count, and letter case does not tell names apart (of two that differ in case only, the one that is
+/// spelled exactly wins).
 #pragma once
 
 #include <array>
@@ -19,11 +20,11 @@ class DriveMap {
     explicit DriveMap(std::string driveC);
 
     /// The full backslash form of `path`, for example "C:\Jobs\A". InvalidName: it holds a character that no
-    /// path may hold, or nothing; PathNotFound: it names a computer on the network.
+    /// path may hold, or only blanks; FileNameTooLong; PathNotFound: it names a computer on the network.
     Outcome<std::string> fullPath(std::string_view path) const;
 
     /// Where `path` is on this system, spelled as given: right for whatever exists under exactly that name.
-    /// PathNotFound: there is no such drive.
+    /// Fails as fullPath does, and with PathNotFound where there is no such drive.
     Outcome<std::string> exactPath(std::string_view path) const;
 
     /// Where `path` is on this system, each part spelled as it exists there; parts that do not exist stay as

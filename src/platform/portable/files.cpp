@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 
 #include "platform/portable/adapters.h"
@@ -34,6 +35,10 @@ FileAttributes attributesOf(const struct stat& found, std::string_view name) {
 /// A file without any write permission is read-only to everybody, as on Windows.
 bool isReadOnly(const struct stat& found) { return (found.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0; }
 
+/// How a file is opened for each FileUse.
+constexpr std::array kOpenFlags{O_RDONLY, O_WRONLY | O_CREAT, O_WRONLY | O_CREAT | O_APPEND};
+constexpr int kAlways = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;  // not to wait for the other end of a pipe
+
 class PortableFiles : public Files {
    public:
     explicit PortableFiles(std::shared_ptr<DriveMap> drives) : drives_(std::move(drives)) {}
@@ -41,15 +46,13 @@ class PortableFiles : public Files {
     Outcome<FileHandle> CreateFileA(const std::string& fileName, FileUse use) override {
         const Outcome<std::string> location = drives_->actualPath(fileName);
         if (!location) return {{}, location.error};
-        const int flags = use == FileUse::Read      ? O_RDONLY
-                          : use == FileUse::Replace ? O_WRONLY | O_CREAT
-                                                    : O_WRONLY | O_CREAT | O_APPEND;
-        Descriptor file(::open(location.value.c_str(), flags | O_CLOEXEC | O_NOCTTY, 0666));
+        const int flags = kOpenFlags[static_cast<std::size_t>(use)];
+        Descriptor file(::open(location.value.c_str(), flags | kAlways, 0666));
         if (!file) return {{}, failure(location.value, errno)};
 
         struct stat found {};
         if (::fstat(file.number(), &found) != 0) return {{}, systemError(errno)};
-        if (S_ISDIR(found.st_mode)) return {{}, SystemError::AccessDenied};
+        if (!S_ISREG(found.st_mode) && !S_ISCHR(found.st_mode)) return {{}, SystemError::AccessDenied};
         if (use != FileUse::Read && isReadOnly(found)) return {{}, SystemError::AccessDenied};
         if (use == FileUse::Replace && S_ISREG(found.st_mode) && ::ftruncate(file.number(), 0) != 0) {
             return {{}, systemError(errno)};
@@ -59,7 +62,10 @@ class PortableFiles : public Files {
 
     Outcome<std::string> ReadFile(FileHandle file, std::size_t most) override {
         std::string bytes(most, '\0');
-        const ssize_t count = ::read(static_cast<int>(file), bytes.data(), most);
+        ssize_t count = -1;
+        do {
+            count = ::read(static_cast<int>(file), bytes.data(), most);
+        } while (count < 0 && errno == EINTR);
         if (count < 0) return {{}, systemError(errno)};
         bytes.resize(static_cast<std::size_t>(count));
         return {std::move(bytes)};

@@ -4,6 +4,7 @@
 
 #include "platform/portable/adapters.h"
 #include "platform/portable/posix.h"
+#include "runtime/text.h"
 
 namespace t_genproc::portable {
 namespace {
@@ -13,7 +14,7 @@ class PortableFolders : public Folders {
     explicit PortableFolders(std::shared_ptr<DriveMap> drives) : drives_(std::move(drives)) {}
 
     SystemError CreateDirectoryA(const std::string& folder) override {
-        if (folder.empty()) return SystemError::PathNotFound;
+        if (text::isBlank(folder)) return SystemError::PathNotFound;
         const Outcome<std::string> location = drives_->actualPath(folder);
         if (!location) return location.error;
         if (::mkdir(location.value.c_str(), 0777) == 0) return SystemError::Success;

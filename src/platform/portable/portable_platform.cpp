@@ -1,5 +1,8 @@
 #include "platform/portable/portable_platform.h"
 
+#include <pwd.h>
+#include <unistd.h>
+
 #include <cstdlib>
 #include <filesystem>
 
@@ -13,9 +16,16 @@ std::string environment(const char* name) {
     return value == nullptr ? std::string() : value;
 }
 
+std::string homeFolder() {
+    const std::string home = environment("HOME");
+    if (!home.empty()) return home;
+    const passwd* const user = ::getpwuid(::getuid());
+    return user == nullptr ? std::string() : user->pw_dir;
+}
+
 std::string defaultDriveC() {
     std::string data = environment("XDG_DATA_HOME");
-    if (data.empty()) data = environment("HOME") + "/.local/share";
+    if (data.empty()) data = homeFolder() + "/.local/share";
     return data + "/tavoru/drive_c";
 }
 
@@ -24,9 +34,10 @@ std::string defaultDriveC() {
 Platform portablePlatform(PortableOptions options) {
     if (options.driveC.empty()) options.driveC = defaultDriveC();
     std::error_code ignored;  // a drive that cannot be made shows in every call that uses it
-    std::filesystem::create_directories(options.driveC, ignored);
+    const std::filesystem::path driveC = std::filesystem::absolute(options.driveC, ignored);
+    std::filesystem::create_directories(driveC, ignored);
 
-    const auto drives = std::make_shared<portable::DriveMap>(options.driveC);
+    const auto drives = std::make_shared<portable::DriveMap>(driveC.string());
     return {portable::makeProfileFiles(drives), portable::makeFiles(drives), portable::makeFolders(drives),
             portable::makeWindowsAndMessages(options)};
 }

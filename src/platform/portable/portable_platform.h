@@ -25,8 +25,8 @@ struct PortableOptions {
     /// input.
     std::ostream* messages = nullptr;
     std::istream* answers = nullptr;
-    /// Whether somebody can answer; otherwise a box closes by its default button. By default: the standard
-    /// input is a terminal.
+    /// Whether somebody can answer; otherwise a box closes by its default button. By default: `answers` is
+    /// given, or the standard input is a terminal.
     std::function<bool()> canAnswer{};
 };
 

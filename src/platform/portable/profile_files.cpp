@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <array>
+
 #include "platform/portable/adapters.h"
 #include "platform/portable/profile_text.h"
 #include "platform/portable/replace_file.h"
@@ -6,8 +9,8 @@
 namespace t_genproc::portable {
 namespace {
 
-constexpr std::string_view kWideTextMark =
-    "\xFF\xFE";  // the text is in 16-bit units, which are not handled here
+/// Ahead of a text in 16-bit units, which is not handled here.
+constexpr std::array<std::string_view, 2> kWideTextMarks{"\xFF\xFE", "\xFE\xFF"};
 
 bool isOneLine(std::string_view text) {
     return text.find_first_of(std::string_view("\r\n\0", 3)) == std::string_view::npos;
@@ -27,7 +30,7 @@ class PortableProfileFiles : public ProfileFiles {
                                          std::string_view defaultValue, std::size_t size,
                                          const std::string& fileName) override {
         const std::string_view found =
-            withoutQuotes(profileValue(read(inItsFolder(fileName)), section, key).value_or(defaultValue));
+            withoutQuotes(find(section, key, inItsFolder(fileName)).value_or(defaultValue));
         const std::size_t most = size == 0 ? 0 : size - 1;
         return found.size() <= most ? std::string(found)
                                     : text::left(found, static_cast<std::ptrdiff_t>(most));
@@ -39,25 +42,31 @@ class PortableProfileFiles : public ProfileFiles {
         const Outcome<std::string> location = drives_->actualPath(inItsFolder(fileName));
         if (!location) return 0;
         const auto change = [&](std::string_view text) -> std::optional<TextChange> {
-            if (text.starts_with(kWideTextMark)) return {};
+            if (std::ranges::find(kWideTextMarks, text.substr(0, 2)) != kWideTextMarks.end()) return {};
             return profileChange(text, section, key, value);
         };
         return changeFile(location.value, buffer_, change) == SystemError::Success ? 1 : 0;
     }
 
    private:
-    /// The text of a file; empty where there is none. Most files stand under exactly the name that is asked
-    /// for.
-    std::string_view read(const std::string& fileName) {
+    /// Most files stand under exactly the name that is asked for, and hold the key. Before it counts as
+    /// missing, the file is looked for under other spellings, and no writer is at work in it.
+    std::optional<std::string_view> find(std::string_view section, std::string_view key,
+                                         const std::string& fileName) {
         const Outcome<std::string> exact = drives_->exactPath(fileName);
         if (!exact) return {};
-        if (const std::optional<std::string_view> text = readWhole(exact.value, buffer_)) return *text;
-        const Outcome<std::string> actual = drives_->actualPath(fileName);
-        return actual.value == exact.value ? "" : readWhole(actual.value, buffer_).value_or("");
+        if (const auto value = findIn(exact.value, Reading::AtOnce, section, key)) return value;
+        return findIn(drives_->actualPath(fileName).value, Reading::BetweenWrites, section, key);
+    }
+
+    std::optional<std::string_view> findIn(const std::string& location, Reading reading,
+                                           std::string_view section, std::string_view key) {
+        const std::optional<std::string_view> text = readWhole(location, reading, buffer_);
+        return text ? profileValue(*text, section, key) : std::nullopt;
     }
 
     std::shared_ptr<DriveMap> drives_;
-    std::string buffer_;
+    ReadBuffer buffer_;
 };
 
 }  // namespace

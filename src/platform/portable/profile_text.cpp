@@ -32,6 +32,9 @@ class Lines {
    public:
     Lines(std::string_view text, std::size_t from) : text_(text), at_(from) {}
 
+    /// `from` is behind all lines taken so far.
+    void skipTo(std::size_t from) { at_ = from; }
+
     std::optional<Line> take() {
         if (at_ >= text_.size()) return {};
         const std::size_t end = std::min(nextOf('\r', nextCr_), nextOf('\n', nextLf_));
@@ -73,11 +76,20 @@ bool startsLine(std::string_view text, std::size_t at) {
            (at == kByteOrderMark.size() && text.starts_with(kByteOrderMark));
 }
 
+/// A quick look behind a "[": whether the section can be that one at all.
+bool mayNameSection(std::string_view behindBracket, std::string_view section) {
+    if (behindBracket.empty() || section.empty() || isWhite(behindBracket.front())) return true;
+    return text::equalIgnoringCase(behindBracket.substr(0, 1), section.substr(0, 1)) ||
+           ((behindBracket.front() | section.front()) & 0x80) != 0;
+}
+
 /// The line that opens the section.
 std::optional<Line> findSection(std::string_view text, std::string_view section) {
+    Lines lines(text, 0);
     for (std::size_t at = text.find('['); at != std::string_view::npos; at = text.find('[', at + 1)) {
-        if (!startsLine(text, at)) continue;
-        const Line line = *Lines(text, at).take();
+        if (!mayNameSection(text.substr(at + 1), section) || !startsLine(text, at)) continue;
+        lines.skipTo(at);
+        const Line line = *lines.take();
         const std::optional<std::string_view> name = headerName(contentOf(text, line));
         if (name && text::equalIgnoringCase(*name, section)) return line;
     }
@@ -155,6 +167,7 @@ TextChange profileChange(std::string_view text, std::string_view section, std::s
                          std::string_view value) {
     section = trimmed(section);
     key = trimmed(key);
+    value = trimmed(value);
     const std::optional<Line> header = findSection(text, section);
     if (!header) {
         const bool endsLine = text.empty() || text == kByteOrderMark || isLineEnd(text.back());

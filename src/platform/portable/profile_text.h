@@ -27,8 +27,9 @@ struct TextChange {
     std::string replacement;
 };
 
-/// What gives `key` in `section` a new value: the value of its line, a new line behind the last one of its
-/// section that is not blank, or a new section at the end. New lines end with CR LF.
+/// What gives `key` in `section` a new value, without white space around it: the value of its line, a new
+/// line behind the last one of its section that is not blank, or a new section at the end. New lines end with
+/// CR LF.
 TextChange profileChange(std::string_view text, std::string_view section, std::string_view key,
                          std::string_view value);
 

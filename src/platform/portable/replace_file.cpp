@@ -4,13 +4,14 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/uio.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <filesystem>
-#include <optional>
 #include <span>
 
 #include "platform/portable/posix.h"
@@ -18,9 +19,13 @@
 namespace t_genproc::portable {
 namespace {
 
-constexpr std::size_t kFirstBlock = std::size_t{16} * 1024;
+constexpr std::size_t kFirstRoom = 256;  // blocks
+constexpr std::size_t kLongestFile = std::size_t{256} * 1024 * 1024;
 constexpr int kMostLinks = 40;
+constexpr int kMostTries = 1000;                            // each one lost to another writer
+constexpr int kAlways = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;  // not to wait for the other end of a pipe
 constexpr mode_t kPermissionBits = 07777;
+constexpr const char* kAccessList = "system.posix_acl_access";
 
 struct OpenFile {
     Descriptor descriptor;
@@ -30,54 +35,62 @@ struct OpenFile {
 
 OpenFile failed(int errorNumber) { return {{}, {}, systemError(errorNumber)}; }
 
-bool sameFile(const struct stat& a, const struct stat& b) {
-    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
-}
-
-/// Opens a file and waits for its lock.
-OpenFile openLocked(const std::string& location, int flags) {
-    OpenFile file{Descriptor(::open(location.c_str(), flags | O_CLOEXEC | O_NONBLOCK, 0666))};
+OpenFile open(const std::string& location, int flags, mode_t mode = 0) {
+    OpenFile file{Descriptor(::open(location.c_str(), flags | kAlways, mode))};
     if (!file.descriptor) return failed(errno);
-    while (::flock(file.descriptor.number(), LOCK_EX) != 0 && errno == EINTR) {
-    }
     return ::fstat(file.descriptor.number(), &file.status) == 0 ? std::move(file) : failed(errno);
 }
 
-/// Opens a file for this writer alone. By the time that the lock is had, another writer may have put a new
-/// file in its place: then that one counts.
-OpenFile openAlone(const std::string& location, int flags) {
-    for (;;) {
-        OpenFile file = openLocked(location, flags);
+/// Waits for the lock. Where the file system has none, there is no protection against other writers.
+void lock(const OpenFile& file, int kind) {
+    while (::flock(file.descriptor.number(), kind) != 0 && errno == EINTR) {
+    }
+}
+
+/// Whether the file still stands under its name.
+bool isInPlace(const OpenFile& file, const std::string& location) {
+    struct stat current {};
+    return ::stat(location.c_str(), &current) == 0 && current.st_dev == file.status.st_dev &&
+           current.st_ino == file.status.st_ino;
+}
+
+/// Opens and locks a file. By the time that the lock is had, another writer may have put a new file in its
+/// place: then that one counts.
+OpenFile openLocked(const std::string& location, int flags, int kind) {
+    for (int tries = 0; tries < kMostTries; ++tries) {
+        OpenFile file = open(location, flags);
         if (!file.descriptor) return file;
-        struct stat current {};
-        if (::stat(location.c_str(), &current) != 0) {
-            if (errno != ENOENT) return failed(errno);
-        } else if (sameFile(file.status, current)) {
-            return file;
+        lock(file, kind);
+        if (isInPlace(file, location)) {
+            // It may have been changed in place before the lock was had.
+            return ::fstat(file.descriptor.number(), &file.status) == 0 ? std::move(file) : failed(errno);
         }
     }
+    return failed(EBUSY);
 }
 
-/// The text of an open file, or none where it cannot be read.
-std::optional<std::string_view> read(const Descriptor& file, std::string& buffer) {
-    if (buffer.size() < kFirstBlock) buffer.resize(kFirstBlock);
-    std::size_t length = 0;
-    for (;;) {
-        const ssize_t count = ::read(file.number(), buffer.data() + length, buffer.size() - length);
-        if (count < 0) return {};
-        length += static_cast<std::size_t>(count);
-        // A regular file gives all that is asked for, unless it ends.
-        if (length < buffer.size()) return std::string_view(buffer).substr(0, length);
-        struct stat status {};
-        if (::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
-        buffer.resize(std::max(buffer.size() * 2, static_cast<std::size_t>(status.st_size) + kFirstBlock));
+/// The text of an open file. A read that gives less than asked for need not be the last one.
+std::optional<std::string_view> read(const Descriptor& file, ReadBuffer& buffer) {
+    if (buffer.empty()) buffer.resize(kFirstRoom);
+    for (std::size_t length = 0; length <= kLongestFile;) {
+        if (length == buffer.size() * sizeof(BufferBlock)) buffer.resize(buffer.size() * 2);
+        char* const bytes = buffer.front().bytes;
+        const ssize_t count =
+            ::read(file.number(), bytes + length, buffer.size() * sizeof(BufferBlock) - length);
+        if (count == 0) return std::string_view(bytes, length);
+        if (count < 0 && errno != EINTR) return {};
+        if (count > 0) length += static_cast<std::size_t>(count);
     }
+    return {};
 }
+
+iovec piece(std::string_view text) { return {const_cast<char*>(text.data()), text.size()}; }
 
 /// Writes all of `pieces`, one behind the other.
-SystemError writeAll(int file, std::span<iovec> pieces) {
+SystemError writeAll(const OpenFile& file, std::span<iovec> pieces) {
     while (!pieces.empty()) {
-        const ssize_t count = ::writev(file, pieces.data(), static_cast<int>(pieces.size()));
+        const ssize_t count =
+            ::writev(file.descriptor.number(), pieces.data(), static_cast<int>(pieces.size()));
         if (count < 0) {
             if (errno == EINTR) continue;
             return systemError(errno);
@@ -95,8 +108,6 @@ SystemError writeAll(int file, std::span<iovec> pieces) {
     return SystemError::Success;
 }
 
-iovec piece(std::string_view text) { return {const_cast<char*>(text.data()), text.size()}; }
-
 /// The file that symbolic links lead to; it need not exist.
 std::string behindLinks(std::string location) {
     namespace fs = std::filesystem;
@@ -109,111 +120,164 @@ std::string behindLinks(std::string location) {
     return location;
 }
 
-std::string newName(const std::string& location) {
-    const std::size_t nameStart = location.find_last_of('/') + 1;
-    return location.substr(0, nameStart) + "." + location.substr(nameStart) + ".new";
-}
-
 /// Whether the file may be changed at all. One without any write permission is read-only even to those whom
 /// the system lets write.
-SystemError writable(const struct stat& status) {
-    if (!S_ISREG(status.st_mode) || (status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0) {
-        return SystemError::AccessDenied;
-    }
-    return SystemError::Success;
+bool isWritable(const OpenFile& file) {
+    return S_ISREG(file.status.st_mode) && (file.status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0;
 }
 
 /// A file that is to take the place of another, or to vanish.
 class Replacement {
    public:
-    explicit Replacement(const std::string& location)
-        : name_(newName(location)), file_(openAlone(name_, O_RDWR | O_CREAT | O_NOFOLLOW)) {}
+    /// `old` is the file to replace, locked, or none.
+    Replacement(const std::string& location, const OpenFile& old) : location_(location), old_(old) {
+        const std::size_t nameStart = location.find_last_of('/') + 1;
+        name_ = location.substr(0, nameStart) + "." + location.substr(nameStart) + "." +
+                std::to_string(::geteuid()) + ".new";
+        for (int tries = 0; tries < kMostTries && !file_.descriptor; ++tries) {
+            if (!create()) break;
+        }
+        if (file_.descriptor && old_.descriptor && !takeOver()) discard();
+    }
     Replacement(const Replacement&) = delete;
     Replacement& operator=(const Replacement&) = delete;
-    ~Replacement() {
-        if (file_.descriptor) ::unlink(name_.c_str());
-    }
+    ~Replacement() { discard(); }
 
     explicit operator bool() const { return static_cast<bool>(file_.descriptor); }
     SystemError error() const { return file_.error; }
 
-    /// Takes over owner and permissions; False where the system does not allow that.
-    bool takeOver(const struct stat& old) {
-        const int file = file_.descriptor.number();
-        const bool otherOwner = file_.status.st_uid != old.st_uid || file_.status.st_gid != old.st_gid;
-        if (otherOwner && ::fchown(file, old.st_uid, old.st_gid) != 0) return false;
-        const bool otherMode = ((file_.status.st_mode ^ old.st_mode) & kPermissionBits) != 0;
-        return !(otherOwner || otherMode) || ::fchmod(file, old.st_mode & kPermissionBits) == 0;
-    }
-
     SystemError write(std::string_view text, const TextChange& change) {
-        const int file = file_.descriptor.number();
-        // A writer that was killed has left a part of its text.
-        if (file_.status.st_size > 0 && ::ftruncate(file, 0) != 0) return systemError(errno);
         std::array pieces{piece(text.substr(0, change.position)), piece(change.replacement),
                           piece(text.substr(change.position + change.length))};
-        return writeAll(file, pieces);
+        return writeAll(file_, pieces);
     }
 
-    SystemError takePlaceOf(const std::string& location) {
-        if (::rename(name_.c_str(), location.c_str()) != 0) return systemError(errno);
-        file_.descriptor = Descriptor();
-        return SystemError::Success;
+    /// AlreadyExists: there is a file by now where there was none.
+    SystemError takePlace() {
+        const unsigned flags = old_.descriptor ? 0 : RENAME_NOREPLACE;
+        const char* const from = name_.c_str();
+        const char* const to = location_.c_str();
+        if (::renameat2(AT_FDCWD, from, AT_FDCWD, to, flags) == 0) {
+            file_.descriptor = Descriptor();
+            return SystemError::Success;
+        }
+        // Some file systems know no such flag; a link fails as well where there is a file already.
+        const bool linked = errno == EINVAL && ::link(from, to) == 0;
+        return linked ? SystemError::Success : systemError(errno);
     }
 
    private:
+    /// False: the folder takes no such file. True without a file: try again.
+    bool create() {
+        const bool ownersDiffer =
+            old_.descriptor && (old_.status.st_uid != ::geteuid() || old_.status.st_gid != ::getegid());
+        const mode_t mode = ownersDiffer      ? 0600
+                            : old_.descriptor ? old_.status.st_mode & kPermissionBits
+                                              : 0666;
+        file_ = open(name_, O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW, mode);
+        if (!file_.descriptor) return file_.error == SystemError::AlreadyExists && clearAway();
+        lock(file_, LOCK_EX);
+        if (!isInPlace(file_, name_)) file_.descriptor = Descriptor();  // taken for a dead writer's
+        return true;
+    }
+
+    /// What stands there belongs to a writer at work, who is waited for, or to one that was killed.
+    bool clearAway() {
+        const OpenFile left = open(name_, O_RDONLY | O_NOFOLLOW);
+        const bool isWriters = left.descriptor && S_ISREG(left.status.st_mode) && left.status.st_nlink <= 1;
+        if (isWriters) {
+            lock(left, LOCK_EX);
+            if (!isInPlace(left, name_)) return true;
+        }
+        return ::unlink(name_.c_str()) == 0 || errno == ENOENT;
+    }
+
+    /// Owner, permissions and access list of the old file; False where the system does not allow that.
+    bool takeOver() {
+        const int from = old_.descriptor.number();
+        const int to = file_.descriptor.number();
+        const struct stat& wanted = old_.status;
+        const bool otherOwner = file_.status.st_uid != wanted.st_uid || file_.status.st_gid != wanted.st_gid;
+        if (otherOwner && ::fchown(to, wanted.st_uid, wanted.st_gid) != 0) return false;
+        const bool otherMode = ((file_.status.st_mode ^ wanted.st_mode) & kPermissionBits) != 0;
+        if ((otherOwner || otherMode) && ::fchmod(to, wanted.st_mode & kPermissionBits) != 0) return false;
+        std::array<char, 1024> accessList{};
+        const ssize_t length = ::fgetxattr(from, kAccessList, accessList.data(), accessList.size());
+        if (length < 0) return errno == ENODATA || errno == ENOTSUP;
+        return ::fsetxattr(to, kAccessList, accessList.data(), static_cast<std::size_t>(length), 0) == 0;
+    }
+
+    void discard() {
+        if (file_.descriptor) ::unlink(name_.c_str());
+        file_.descriptor = Descriptor();
+    }
+
+    const std::string& location_;
+    const OpenFile& old_;
     std::string name_;
     OpenFile file_;
 };
 
-SystemError changeInPlace(const OpenFile& file, std::string_view text, const TextChange& change) {
+/// Writes `pieces` from `position` on and makes the file `size` bytes long.
+SystemError overwrite(const OpenFile& file, std::size_t position, std::span<iovec> pieces, off_t size) {
     const int number = file.descriptor.number();
+    if (::lseek(number, static_cast<off_t>(position), SEEK_SET) < 0) return systemError(errno);
+    const SystemError error = writeAll(file, pieces);
+    if (error != SystemError::Success) return error;
+    return ::ftruncate(number, size) == 0 ? SystemError::Success : systemError(errno);
+}
+
+SystemError changeInPlace(const OpenFile& file, std::string_view text, const TextChange& change) {
     const auto oldSize = static_cast<off_t>(text.size());
     const auto newSize = static_cast<off_t>(text.size() - change.length + change.replacement.size());
+    SystemError error = SystemError::Success;
     if (newSize > oldSize) {
-        if (const int error = ::posix_fallocate(number, oldSize, newSize - oldSize); error != 0) {
-            return ::ftruncate(number, oldSize) == 0 ? systemError(error) : SystemError::InputOutputDevice;
-        }
+        error = systemError(::posix_fallocate(file.descriptor.number(), oldSize, newSize - oldSize));
     }
-    std::array pieces{piece(change.replacement), piece(text.substr(change.position + change.length))};
-    if (::lseek(number, static_cast<off_t>(change.position), SEEK_SET) < 0) return systemError(errno);
-    const SystemError error = writeAll(number, pieces);
-    if (error != SystemError::Success) return error;
-    return ::ftruncate(number, newSize) == 0 ? SystemError::Success : systemError(errno);
+    if (error == SystemError::Success) {
+        std::array pieces{piece(change.replacement), piece(text.substr(change.position + change.length))};
+        error = overwrite(file, change.position, pieces, newSize);
+    }
+    if (error != SystemError::Success) {
+        std::array pieces{piece(text.substr(change.position))};
+        overwrite(file, change.position, pieces, oldSize);
+    }
+    return error;
 }
 
 }  // namespace
 
-std::optional<std::string_view> readWhole(const std::string& location, std::string& buffer) {
-    const Descriptor file(::open(location.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+std::optional<std::string_view> readWhole(const std::string& location, Reading reading, ReadBuffer& buffer) {
+    const Descriptor file(reading == Reading::AtOnce
+                              ? ::open(location.c_str(), O_RDONLY | kAlways)
+                              : openLocked(location, O_RDONLY, LOCK_SH).descriptor.release());
     if (!file) return {};
     return read(file, buffer);
 }
 
-SystemError changeFile(const std::string& givenLocation, std::string& buffer,
+SystemError changeFile(const std::string& givenLocation, ReadBuffer& buffer,
                        const std::function<std::optional<TextChange>(std::string_view)>& makeChange) {
     const std::string location = behindLinks(givenLocation);
-    Replacement replacement(location);
-    // Only a writer that holds the lock of the replacement replaces the file.
-    const OpenFile old = replacement ? openLocked(location, O_RDWR) : openAlone(location, O_RDWR);
+    for (int tries = 0; tries < kMostTries; ++tries) {
+        const OpenFile old = openLocked(location, O_RDWR, LOCK_EX);
+        const bool exists = old.error != SystemError::FileNotFound;
+        if (exists && !old.descriptor) return old.error;
+        if (exists && !isWritable(old)) return SystemError::AccessDenied;
 
-    std::string_view text;
-    if (old.descriptor) {
-        if (const SystemError error = writable(old.status); error != SystemError::Success) return error;
-        const std::optional<std::string_view> content = read(old.descriptor, buffer);
-        if (!content) return SystemError::InputOutputDevice;
-        text = *content;
-    } else if (old.error != SystemError::FileNotFound) {
-        return old.error;
+        const std::optional<std::string_view> text = exists ? read(old.descriptor, buffer) : "";
+        if (!text) return SystemError::InputOutputDevice;
+        const std::optional<TextChange> change = makeChange(*text);
+        if (!change) return SystemError::InvalidName;
+
+        if (exists && old.status.st_nlink > 1) return changeInPlace(old, *text, *change);
+        Replacement replacement(location, old);
+        if (!replacement) return exists ? changeInPlace(old, *text, *change) : replacement.error();
+        if (const SystemError error = replacement.write(*text, *change); error != SystemError::Success)
+            return error;
+        const SystemError error = replacement.takePlace();
+        if (error != SystemError::AlreadyExists) return error;
     }
-
-    const std::optional<TextChange> change = makeChange(text);
-    if (!change) return SystemError::InvalidName;
-    const bool canReplace = replacement && (!old.descriptor || replacement.takeOver(old.status));
-    if (!canReplace) return old.descriptor ? changeInPlace(old, text, *change) : replacement.error();
-    if (const SystemError error = replacement.write(text, *change); error != SystemError::Success)
-        return error;
-    return replacement.takePlaceOf(location);
+    return SystemError::SharingViolation;
 }
 
 }  // namespace t_genproc::portable

@@ -19,9 +19,11 @@ bool isWild(char32_t c) { return c == U'*' || c == U'?'; }
 }  // namespace
 
 bool matchesWildCard(std::string_view name, std::string_view pattern) {
+    pattern = text::trimRight(pattern);
     if (pattern.ends_with('.')) {
-        if (text::contains(name, ".")) return false;
         pattern.remove_suffix(1);
+        const bool asksForNoDot = pattern.ends_with('*') || pattern.ends_with('?');
+        if (asksForNoDot && text::contains(name, ".")) return false;
     }
     const std::u32string n = capitals(name);
     const std::u32string p = capitals(pattern);

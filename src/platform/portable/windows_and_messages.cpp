@@ -58,14 +58,24 @@ const Button* buttonFor(std::span<const Button> buttons, std::string_view typed)
     return found == buttons.end() ? nullptr : &*found;
 }
 
+/// Without the control characters that a terminal would obey.
+std::string printable(std::string text) {
+    const auto isControl = [](char c) { return (c >= 0 && c < ' ' && c != '\n') || c == '\x7F'; };
+    std::ranges::replace_if(text, isControl, '?');
+    return text;
+}
+
 /// A terminal in place of windows.
 class TerminalMessages : public WindowsAndMessages {
    public:
     explicit TerminalMessages(const PortableOptions& options)
         : out_(options.messages != nullptr ? *options.messages : std::cerr),
           in_(options.answers != nullptr ? *options.answers : std::cin),
-          canAnswer_(options.canAnswer ? options.canAnswer : [] { return ::isatty(STDIN_FILENO) == 1; }),
-          messagePump_(options.messagePump) {}
+          canAnswer_(options.canAnswer),
+          messagePump_(options.messagePump) {
+        const bool answersGiven = options.answers != nullptr;
+        if (!canAnswer_) canAnswer_ = [=] { return answersGiven || ::isatty(STDIN_FILENO) == 1; };
+    }
 
     /// Shows title, icon, text and buttons, the default one in brackets. An empty line or the end of the
     /// input stands for the default button; a box with one button does not wait.
@@ -75,9 +85,9 @@ class TerminalMessages : public WindowsAndMessages {
         const Button& byDefault = buttons[defaultButton(style, buttons.size())];
         const std::string_view icon = iconWord(style);
 
-        out_ << "--- " << caption << " ---\n";
+        out_ << "--- " << printable(caption) << " ---\n";
         if (!icon.empty()) out_ << icon << ": ";
-        out_ << text << '\n';
+        out_ << printable(text) << '\n';
         for (const Button& button : buttons) {
             const bool isDefault = button.answer == byDefault.answer;
             out_ << (isDefault ? "[" : " ") << button.text << (isDefault ? "] " : "  ");

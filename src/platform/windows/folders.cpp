@@ -36,9 +36,11 @@ class WindowsFolders final : public Folders {
         const auto name = toAnsi(path);
         if (!name) return {.error = SystemError::InvalidName};
         std::string full(kLongestPath + 1, '\0');
+        ::SetLastError(ERROR_SUCCESS);  // the call does not say why it refuses an empty name
         const DWORD length =
             ::GetFullPathNameA(name->c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
-        if (length == 0) return {.error = SystemError::InvalidName};
+        if (length == 0 && lastError() == SystemError::Success) return {.error = SystemError::InvalidName};
+        if (length == 0) return {.error = lastError()};
         if (length >= full.size()) return {.error = SystemError::FileNameTooLong};
         full.resize(length);
         return {fromAnsi(full)};
