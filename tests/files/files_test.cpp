@@ -97,10 +97,10 @@ TEST_F(JobFilesTest, KeepTheRecentJobs) {
                             const std::string& after, const std::string& visible = "11111") {
         std::string shown;
         for (int i = 0; i < 5; ++i)
-            menu->element(i).add("Caption", caption(i, before[i])).add("Visible", true);
+            menu->element(i).add("Caption", caption(i, before.begin()[i])).add("Visible", true);
         change();
         for (int i = 0; i < 5; ++i) {
-            EXPECT_EQ(toText(menu->element(i).get("Caption")), caption(i, after[i])) << before << i;
+            EXPECT_EQ(toText(menu->element(i).get("Caption")), caption(i, after.begin()[i])) << before << i;
             shown += toBoolean(menu->element(i).get("Visible")) ? '1' : '0';
         }
         EXPECT_EQ(shown, visible) << before;

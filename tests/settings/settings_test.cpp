@@ -11,36 +11,32 @@ namespace {
 
 using test::failureOf;
 
-/// What each letter of kLetters writes; a blank ends a line. "@07" and "#07" stand for the seventh member of
-/// the record, as a digit and as a word. In the least-squares record each number is that of its member.
-const std::string
-    kLetters = "JPIGDLR",
-    kGroups[] = {
-        "DataPath=C:\\D\\ ",
-        "ListPath=C:\\L\\ ",
-        "Instant_Help=@01 ",
-        "ListFile_Grouping=-2 Editor=ed Start_maximized=@03 Load_Last=@04 Show_Extension=@05 "
-        "Recycle_Backups=@06 "
-        "Kfactor=0.9996 Prompt_Mode=@08 ",
-        "[data] Output_Dec_H=3 Output_Dec_V=255 Projection=UTM Zone=33 Geodetic_Datum=ETRS Height_Datum=Höhe "
-        "Earth_Radius=6371.5 Approx_Latitude=-47 Coord_Type=2 Apply_Geoid_Sep=@10 G-S_Separation=-0.1 "
-        "Deflect_NS=1.5 Deflect_EW=2.5 Interp_Method=cubic Geoid_File=g.bin Geoid_Type=4 Spheroid=GRS80 "
-        "Spheroidal=#18 Geographic=#19 Project_Grid=#20 Height_In_CSF=#21 V_Datum_Spheroidal=#22 "
-        "V_Datum_Geoidal=#23 V_Datum_Offset=8.1204E-16 ",
-        "[ls] Prov_Pt_Tolerance_H=1 Prov_Pt_Tolerance_V=2 LS_Conv_Limit_H=3 LS_Conv_Limit_V=4 LS_SD_Angles=5 "
-        "LS_SD_DistConst=7 LS_SD_DistPPM=8 LS_SD_HtDiff=9 LS_CentHA=6 LS_UnitWts=@34 LS_CSD_Output=@36 "
-        "LS_Matrix_Dump=@35 LS_SP1=@37 LS_Scale_ErrEllipses=@38 LS_Iterations=41 LS_SD_Azimuth=10 "
-        "LS_SD_Direction=11 LS_SD_SlopeDisPPM=12 LS_SD_SlopeDisConst=13 LS_SD_ZenAng=14 LS_SD_Coords=15 "
-        "LS_SD_Vectors=16 LS_CentAz=17 LS_CentDir=18 LS_CentHD=19 LS_CentHtDiff=20 LS_CentTgtHA=21 "
-        "LS_CentTgtAz=22 "
-        "LS_CentTgtDir=23 LS_CentTgtHD=24 LS_CentTgtHtDiff=25 LS_CentSDh=26 LS_CentZAh=27 LS_CentCoordsH=28 "
-        "LS_CentVectorsH=29 LS_CentSDv=30 LS_CentZAv=31 LS_CentCoordsV=32 LS_CentVectorsV=33 "
-        "LS_Constr_Factor=42 "
-        "LS_AutoRescale=#39 LS_RelaxObsInErr=#40 LS_Corrections=44 LS_OutlierTest=43 "
-        "LS_ConfLevel_ChiSquared=45.1 "
-        "LS_ConfLevel_Ellipses=46 LS_ConfLevel_MDE=47 LS_ConfLevel_Outliers=48.1 LS_SaveDBPoints=#49 "
-        "LS_SaveDBPtsFixed=#50 LS_SavePtEntry=#51 LS_SavePtEntryFixed=#52 LS_SavePtEntryOpt=53 ",
-        "[jobs] 1=C:\\Jobs\\Höhe 2= 3= 4=é 5=x "};
+/// What each letter of kLetters writes; a blank or a line break ends a line. "@07" and "#07" stand for the
+/// seventh member of the record, as a digit and as a word. In the least-squares record each number is that of
+/// its member.
+const std::string kLetters = "JPIGDLR";
+const std::string kGroups[] = {
+    R"(DataPath=C:\D\ )",
+    R"(ListPath=C:\L\ )",
+    "Instant_Help=@01 ",
+    R"(ListFile_Grouping=-2 Editor=ed Start_maximized=@03 Load_Last=@04 Show_Extension=@05 Recycle_Backups=@06
+Kfactor=0.9996 Prompt_Mode=@08 )",
+    R"([data] Output_Dec_H=3 Output_Dec_V=255 Projection=UTM Zone=33 Geodetic_Datum=ETRS Height_Datum=Höhe
+Earth_Radius=6371.5 Approx_Latitude=-47 Coord_Type=2 Apply_Geoid_Sep=@10 G-S_Separation=-0.1
+Deflect_NS=1.5 Deflect_EW=2.5 Interp_Method=cubic Geoid_File=g.bin Geoid_Type=4 Spheroid=GRS80
+Spheroidal=#18 Geographic=#19 Project_Grid=#20 Height_In_CSF=#21 V_Datum_Spheroidal=#22
+V_Datum_Geoidal=#23 V_Datum_Offset=8.1204E-16 )",
+    R"([ls] Prov_Pt_Tolerance_H=1 Prov_Pt_Tolerance_V=2 LS_Conv_Limit_H=3 LS_Conv_Limit_V=4 LS_SD_Angles=5
+LS_SD_DistConst=7 LS_SD_DistPPM=8 LS_SD_HtDiff=9 LS_CentHA=6 LS_UnitWts=@34 LS_CSD_Output=@36
+LS_Matrix_Dump=@35 LS_SP1=@37 LS_Scale_ErrEllipses=@38 LS_Iterations=41 LS_SD_Azimuth=10
+LS_SD_Direction=11 LS_SD_SlopeDisPPM=12 LS_SD_SlopeDisConst=13 LS_SD_ZenAng=14 LS_SD_Coords=15
+LS_SD_Vectors=16 LS_CentAz=17 LS_CentDir=18 LS_CentHD=19 LS_CentHtDiff=20 LS_CentTgtHA=21 LS_CentTgtAz=22
+LS_CentTgtDir=23 LS_CentTgtHD=24 LS_CentTgtHtDiff=25 LS_CentSDh=26 LS_CentZAh=27 LS_CentCoordsH=28
+LS_CentVectorsH=29 LS_CentSDv=30 LS_CentZAv=31 LS_CentCoordsV=32 LS_CentVectorsV=33 LS_Constr_Factor=42
+LS_AutoRescale=#39 LS_RelaxObsInErr=#40 LS_Corrections=44 LS_OutlierTest=43 LS_ConfLevel_ChiSquared=45.1
+LS_ConfLevel_Ellipses=46 LS_ConfLevel_MDE=47 LS_ConfLevel_Outliers=48.1 LS_SaveDBPoints=#49
+LS_SaveDBPtsFixed=#50 LS_SavePtEntry=#51 LS_SavePtEntryFixed=#52 LS_SavePtEntryOpt=53 )",
+    R"([jobs] 1=C:\Jobs\Höhe 2= 3= 4=é 5=x )"};
 
 struct SettingsTest : testing::Test, test::TestWorld {
     SettingsTest() { names = {"general", "program", "data", "ls", "jobs", "One", "Two", "ja", "nein"}; }
@@ -88,6 +84,7 @@ struct SettingsTest : testing::Test, test::TestWorld {
             if (user.empty() && index < 4) user = "[general] ";
             if (group != 'T') user += kGroups[index];
         }
+        std::ranges::replace(user, '\n', ' ');
         for (std::size_t at = 0; (at = user.find_first_of("@#")) != std::string::npos;) {
             const bool set = on(std::stoi(user.substr(at + 1, 2)));
             user.replace(at, 3, user[at] == '@' ? (set ? "1" : "0") : (set ? "ja" : "nein"));
