@@ -70,17 +70,18 @@ bool cGenProcs::FileExist(const std::string& fiName, std::int32_t* fiSize) {
     return procedure(library_, "(Class Module) cGenProcs::Function FileExist", [&] {
         Files& files = *library_.platform().files;
         std::int32_t ownSize = 0;
-        std::int32_t& size = fiSize != nullptr ? *fiSize : ownSize;
-        size = 0;
+        if (fiSize == nullptr) fiSize = &ownSize;
+        *fiSize = 0;
         if (hasWildCard(fiName)) {
             const Outcome<std::vector<FoundFile>> found = files.FindFirstFileA(fiName);
             if (found)
-                size = clamped(static_cast<std::uint64_t>(std::ranges::count_if(found.value, isNormalFile)));
-            return size >= 1;
+                *fiSize =
+                    clamped(static_cast<std::uint64_t>(std::ranges::count_if(found.value, isNormalFile)));
+            return *fiSize >= 1;
         }
         const Outcome<FileAttributes> found = files.GetFileAttributesExA(fiName);
         if (!found || found.value.folder) return false;
-        size = clamped(found.value.size);
+        *fiSize = clamped(found.value.size);
         return true;
     });
 }

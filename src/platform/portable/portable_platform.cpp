@@ -17,7 +17,7 @@ std::string environment(const char* name) {
 }
 
 std::string homeFolder() {
-    const std::string home = environment("HOME");
+    std::string home = environment("HOME");
     if (!home.empty()) return home;
     const passwd* const user = ::getpwuid(::getuid());
     return user == nullptr ? std::string() : user->pw_dir;
