@@ -62,10 +62,15 @@ TEST_F(FrameTest, AppendToTheErrorLog) {
         expected += "14-11-2026  22:05:09 : Höhe" + text + "\r\n";
         EXPECT_EQ(system.read(path("t_eveml")), system.stored(expected));
     };
-    expect(0, " [0]"), expect(1, " [2]"), expect(10, " [1024]"), expect(45, " [35184372088832]"),
-        expect(46, " [46]");
-    expect(7, ""), expect(-1, " [-1]"), expect(INT32_MAX, " [2147483647]"),
-        expect(INT32_MIN, " [-2147483648]");
+    expect(0, " [0]");
+    expect(1, " [2]");
+    expect(10, " [1024]");
+    expect(45, " [35184372088832]");
+    expect(46, " [46]");
+    expect(7, "");
+    expect(-1, " [-1]");
+    expect(INT32_MAX, " [2147483647]");
+    expect(INT32_MIN, " [-2147483648]");
 
     prog.tempPath = path("none\\");
     EXPECT_EQ(failureOf(log), "none");

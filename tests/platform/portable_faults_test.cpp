@@ -21,7 +21,10 @@ const std::string kOld = "[s]\r\nk=1\r\n", kNew = "[s]\r\nk=2\r\n";
 
 /// A settings file, and processes that may fail or be killed while they change it.
 struct PortableFaultsTest : testing::Test {
-    PortableFaultsTest() { fs::create_directory(folder), put(kOld); }
+    PortableFaultsTest() {
+        fs::create_directory(folder);
+        put(kOld);
+    }
     ~PortableFaultsTest() override { fs::remove_all(folder); }
 
     void put(const std::string& text) { std::ofstream(file) << text; }
@@ -61,8 +64,8 @@ TEST_F(PortableFaultsTest, LeaveTheOldTextWhereTheNewOneCannotBeKept) {
     EXPECT_FALSE(write("k", "2"));
     EXPECT_EQ(text(), kOld);
 
-    fs::permissions(file, fs::perms(0666)),
-        fs::permissions(folder, fs::perms(0555));  // takes no new file: the old one is changed in place
+    fs::permissions(file, fs::perms(0666));
+    fs::permissions(folder, fs::perms(0555));  // takes no new file: the old one is changed in place
     EXPECT_TRUE(succeeds(start([&] { return becomeOrdinaryUser() && fillDisk() && !write("k", large); })));
     EXPECT_EQ(text(), kOld);
     EXPECT_TRUE(succeeds(start([&] { return becomeOrdinaryUser() && write("k", "12") && write("k", "2"); })));
@@ -71,7 +74,8 @@ TEST_F(PortableFaultsTest, LeaveTheOldTextWhereTheNewOneCannotBeKept) {
 
     put(wide);
     EXPECT_TRUE(!write("k", "2") && text() == wide);
-    fs::remove(file), fs::create_directory(file);
+    fs::remove(file);
+    fs::create_directory(file);
     EXPECT_FALSE(write("k", "2"));
     EXPECT_EQ(entries(), 1);
 }

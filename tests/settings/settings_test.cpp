@@ -140,8 +140,12 @@ TEST_F(SettingsTest, ChooseTheListFolder) {
         EXPECT_EQ(procs.SetListPath(grouping, path(""), dataPath), folder) << grouping;
         EXPECT_EQ(folderExists(*system.platform.files, folder), made) << grouping;
     };
-    expect(2, data, data, false), expect(2, "  ", list, false), expect(5, data, list, false);
-    expect(-1, data, list, true), expect(0, data, list, true), expect(1, path(""), list, true);
+    expect(2, data, data, false);
+    expect(2, "  ", list, false);
+    expect(5, data, list, false);
+    expect(-1, data, list, true);
+    expect(0, data, list, true);
+    expect(1, path(""), list, true);
     EXPECT_EQ(failureOf([&] { procs.SetListPath(1, "", data); }),
               "76 (Class Module) cGenProcs::Function SetListPath");
 }

@@ -61,7 +61,7 @@ class PortableProfileFiles : public ProfileFiles {
 
     std::optional<std::string_view> findIn(const std::string& location, Reading reading,
                                            std::string_view section, std::string_view key) {
-        const std::optional<std::string_view> text = readWhole(location, reading, buffer_);
+        const std::optional<std::string_view> text = readFile(location, reading, buffer_);
         return text ? profileValue(*text, section, key) : std::nullopt;
     }
 

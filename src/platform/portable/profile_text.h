@@ -6,10 +6,10 @@
 /// mark.
 #pragma once
 
-#include <cstddef>
 #include <optional>
-#include <string>
 #include <string_view>
+
+#include "platform/portable/text_change.h"
 
 namespace t_genproc::portable {
 
@@ -19,13 +19,6 @@ std::optional<std::string_view> profileValue(std::string_view text, std::string_
 
 /// `value` without one pair of equal quotes around it.
 std::string_view withoutQuotes(std::string_view value);
-
-/// A piece of a text and what takes its place; every other byte stays.
-struct TextChange {
-    std::size_t position = 0;  // zero-based
-    std::size_t length = 0;
-    std::string replacement;
-};
 
 /// What gives `key` in `section` a new value, without white space around it: the value of its line, a new
 /// line behind the last one of its section that is not blank, or a new section at the end. New lines end with

@@ -69,8 +69,11 @@ OpenFile openLocked(const std::string& location, int flags, int kind) {
     return failed(EBUSY);
 }
 
+/// `text` up to its last line end.
+std::string_view wholeLines(std::string_view text) { return text.substr(0, text.find_last_of("\r\n") + 1); }
+
 /// The text of an open file. A read that gives less than asked for need not be the last one.
-std::optional<std::string_view> read(const Descriptor& file, ReadBuffer& buffer) {
+std::optional<std::string_view> read(const Descriptor& file, Reading reading, ReadBuffer& buffer) {
     if (buffer.empty()) buffer.resize(kFirstRoom);
     for (std::size_t length = 0; length <= kLongestFile;) {
         if (length == buffer.size() * sizeof(BufferBlock)) buffer.resize(buffer.size() * 2);
@@ -80,6 +83,8 @@ std::optional<std::string_view> read(const Descriptor& file, ReadBuffer& buffer)
         if (count == 0) return std::string_view(bytes, length);
         if (count < 0 && errno != EINTR) return {};
         if (count > 0) length += static_cast<std::size_t>(count);
+        const bool gaveLess = length < buffer.size() * sizeof(BufferBlock);
+        if (reading == Reading::AtOnce && gaveLess) return wholeLines({bytes, length});
     }
     return {};
 }
@@ -247,12 +252,12 @@ SystemError changeInPlace(const OpenFile& file, std::string_view text, const Tex
 
 }  // namespace
 
-std::optional<std::string_view> readWhole(const std::string& location, Reading reading, ReadBuffer& buffer) {
+std::optional<std::string_view> readFile(const std::string& location, Reading reading, ReadBuffer& buffer) {
     const Descriptor file(reading == Reading::AtOnce
                               ? ::open(location.c_str(), O_RDONLY | kAlways)
                               : openLocked(location, O_RDONLY, LOCK_SH).descriptor.release());
     if (!file) return {};
-    return read(file, buffer);
+    return read(file, reading, buffer);
 }
 
 SystemError changeFile(const std::string& givenLocation, ReadBuffer& buffer,
@@ -264,7 +269,8 @@ SystemError changeFile(const std::string& givenLocation, ReadBuffer& buffer,
         if (exists && !old.descriptor) return old.error;
         if (exists && !isWritable(old)) return SystemError::AccessDenied;
 
-        const std::optional<std::string_view> text = exists ? read(old.descriptor, buffer) : "";
+        const std::optional<std::string_view> text =
+            exists ? read(old.descriptor, Reading::BetweenWrites, buffer) : "";
         if (!text) return SystemError::InputOutputDevice;
         const std::optional<TextChange> change = makeChange(*text);
         if (!change) return SystemError::InvalidName;

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/portable/profile_text.h"
+#include "platform/portable/text_change.h"
 #include "platform/system_error.h"
 
 namespace t_genproc::portable {
@@ -19,13 +19,13 @@ struct alignas(64) BufferBlock {
 using ReadBuffer = std::vector<BufferBlock>;
 
 enum class Reading {
-    AtOnce,        ///< whatever stands there at this moment
-    BetweenWrites  ///< after waiting for a writer at work
+    AtOnce,  ///< the lines that one look gives: enough to find something in, not to know that it is missing
+    BetweenWrites  ///< the whole text, after waiting for a writer at work
 };
 
-/// Reads the file at `location` whole into `buffer`, whose size only ever grows, and gives its text. None
-/// where it cannot be read or is longer than 256 MiB.
-std::optional<std::string_view> readWhole(const std::string& location, Reading reading, ReadBuffer& buffer);
+/// Reads the file at `location` into `buffer`, whose size only ever grows, and gives its text. None where it
+/// cannot be read or is longer than 256 MiB.
+std::optional<std::string_view> readFile(const std::string& location, Reading reading, ReadBuffer& buffer);
 
 /// Applies to the text of a file, which is empty where there is no file yet, what `change` makes of it; where
 /// that is nothing the call fails.
