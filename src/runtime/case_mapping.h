@@ -3,8 +3,9 @@
 
 namespace t_genproc {
 
-/// The capital of a small Latin, Greek, Cyrillic, Armenian or full-width letter; any other code point as it
-/// is. A letter whose capital would be several characters ("ß") is left alone, so texts keep their length.
+/// The capital of a small letter that living languages write in Latin, Greek, Cyrillic, Armenian or
+/// full-width Latin; any other code point as it is. A letter whose capital would be several characters ("ß")
+/// is left alone, so texts keep their length.
 char32_t upperCase(char32_t character);
 
 }  // namespace t_genproc

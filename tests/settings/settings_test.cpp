@@ -36,7 +36,7 @@ LS_CentVectorsH=29 LS_CentSDv=30 LS_CentZAv=31 LS_CentCoordsV=32 LS_CentVectorsV
 LS_AutoRescale=#39 LS_RelaxObsInErr=#40 LS_Corrections=44 LS_OutlierTest=43 LS_ConfLevel_ChiSquared=45.1
 LS_ConfLevel_Ellipses=46 LS_ConfLevel_MDE=47 LS_ConfLevel_Outliers=48.1 LS_SaveDBPoints=#49
 LS_SaveDBPtsFixed=#50 LS_SavePtEntry=#51 LS_SavePtEntryFixed=#52 LS_SavePtEntryOpt=53 )",
-    R"([jobs] 1=C:\Jobs\Höhe 2= 3= 4=é 5=x )"};
+    R"([jobs] 1=C:\Jobs\Höhe 2= 3= 4=é 5=y )"};
 
 struct SettingsTest : testing::Test, test::TestWorld {
     SettingsTest() { names = {"general", "program", "data", "ls", "jobs", "One", "Two", "ja", "nein"}; }
@@ -98,7 +98,7 @@ struct SettingsTest : testing::Test, test::TestWorld {
 
 TEST_F(SettingsTest, WriteTheGroupsThatAreAskedFor) {
     int entry = 0;
-    for (const char* caption : {"&1  C:\\Jobs\\Höhe", "&2 ", "", "&4  é", "äöü x"})
+    for (const char* caption : {"&1  C:\\Jobs\\Höhe", "&2 ", "", "&4  é", "äöüx y"})
         menu->element(entry++).add("Caption", caption);
     for (int bit = 0; bit < 6; ++bit) saveAndExpect("JPITGDLR", bit);
     for (const char* groups : {"", "PI", "T", "G", "D", "L", "R", "JPiTG", "PITg", "TGd", "Dl", "Lr"})

@@ -21,6 +21,8 @@ class PlatformUnderTest {
 
     /// The backslash path of `name` in the folder.
     std::string path(const std::string& name) const { return folder_ + name; }
+    /// The same for calls that go past the platform.
+    std::filesystem::path onDisk(const std::string& name) const { return folderOnDisk_ / name; }
 
     void write(const std::string& path, std::string_view bytes);
     std::string read(const std::string& path);  // "none" where it cannot be read
@@ -38,6 +40,7 @@ class PlatformUnderTest {
 
     std::filesystem::path onDisk_;
     std::string folder_;
+    std::filesystem::path folderOnDisk_;
 
    public:
     Platform platform;

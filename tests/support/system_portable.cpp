@@ -6,7 +6,8 @@ namespace t_genproc::test {
 std::string systemName() { return "portable"; }
 
 Platform PlatformUnderTest::makePlatform() {
-    std::filesystem::create_directory(onDisk_ / "work");
+    folderOnDisk_ = onDisk_ / "work";
+    std::filesystem::create_directory(folderOnDisk_);
     folder_ = "C:\\work\\";
     PortableOptions options;
     options.driveC = onDisk_.string();

@@ -10,6 +10,7 @@ std::string systemName() {
 }
 
 Platform PlatformUnderTest::makePlatform() {
+    folderOnDisk_ = onDisk_;
     folder_ = onDisk_.string() + '\\';
     return windowsPlatform();
 }
