@@ -24,6 +24,7 @@ constexpr std::size_t kLongestFile = std::size_t{256} * 1024 * 1024;
 constexpr int kMostLinks = 40;
 constexpr int kMostTries = 1000;                            // each one lost to another writer
 constexpr int kAlways = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;  // not to wait for the other end of a pipe
+constexpr std::size_t kMostOfName = 200;  // leaves room for the rest; files that share it wait for each other
 constexpr mode_t kPermissionBits = 07777;
 constexpr const char* kAccessList = "system.posix_acl_access";
 
@@ -137,7 +138,7 @@ class Replacement {
     /// `old` is the file to replace, locked, or none.
     Replacement(const std::string& location, const OpenFile& old) : location_(location), old_(old) {
         const std::size_t nameStart = location.find_last_of('/') + 1;
-        name_ = location.substr(0, nameStart) + "." + location.substr(nameStart) + "." +
+        name_ = location.substr(0, nameStart) + "." + location.substr(nameStart, kMostOfName) + "." +
                 std::to_string(::geteuid()) + ".new";
         for (int tries = 0; tries < kMostTries && !file_.descriptor; ++tries) {
             if (!create()) break;
