@@ -102,6 +102,40 @@ TEST_F(PortableFaultsTest, SurviveKilledWriters) {
     EXPECT_EQ(text() + std::to_string(entries()), kNew + '1');
 }
 
+TEST_F(PortableFaultsTest, LoseNoSettingOfSavesThatAreKilled) {
+    constexpr int kSettings = 100;
+    std::string before = "[s]\r\n";
+    for (int i = 0; i < kSettings; ++i) before += "k" + std::to_string(i) + "=old\r\n";
+    std::mt19937 random(1);
+    int halfway = 0;
+    for (int kill = 0; kill < 200; ++kill) {
+        put(before);
+        const pid_t writer = start([&] {
+            for (const char* value = "new";; value = value[0] == 'n' ? "old" : "new") {
+                for (int i = 0; i < kSettings; ++i) write("k" + std::to_string(i), value);
+            }
+            return true;
+        });
+        ::usleep(static_cast<useconds_t>(random() % 20000));
+        ::kill(writer, SIGKILL);
+        EXPECT_FALSE(succeeds(writer));
+
+        // Every setting is there, and one save reached up to one of them.
+        std::string expected = "[s]\r\n", now = text(), value, last;
+        int changes = 0;
+        for (int i = 0; i < kSettings; ++i, last = value) {
+            const std::string key = "k" + std::to_string(i) + "=";
+            value = now.find(key + "new\r\n") != std::string::npos ? "new" : "old";
+            expected += key + value + "\r\n";
+            if (i > 0 && value != last) ++changes;
+        }
+        EXPECT_EQ(now, expected);
+        EXPECT_LE(changes, 1);
+        halfway += changes;
+    }
+    EXPECT_GT(halfway, 0);
+}
+
 TEST_F(PortableFaultsTest, LetTwoWritersTakeTurns) {
     const auto writer = [this](const std::string& name) {
         return start([this, name] {
