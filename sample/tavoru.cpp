@@ -4,10 +4,10 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "frame/recent_jobs_menu.h"
 #include "office_standards.h"
 #include "platform/file_system.h"
 #include "runtime/errors.h"
-#include "runtime/text.h"
 
 namespace tavoru {
 namespace {
@@ -15,8 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view kJobExtension = ".job";
-constexpr int kMenuEntries = 5;
-constexpr int kPathInCaption = 5;  // behind "&1  "
+constexpr int kMenuEntries = t_genproc::RecentJobsMenu::kLastEntry + 1;
 
 /// A form without windows. Its File menu has five entries for recent jobs, empty and hidden to begin with.
 t_genproc::ObjectPointer makeMainForm() {
@@ -103,11 +102,11 @@ void Tavoru::restoreSettings() {
         procs.INIstringGet(prog.progINIpath, names.programSection, names.programKeyTwo, "Metres");
 
     // The settings hold the bare paths; the menu's captions have "&1  " to "&5  " in front of them.
-    const t_gencvf::LateBound form{mainForm};
-    for (int i = 0; i < kMenuEntries; ++i) {
-        const std::string key = std::to_string(i + 1);
-        const std::string path = procs.INIstringGet(prog.userINIpath, names.settingsSection, key);
-        if (!path.empty()) form["mnuFileRecentJobs"](i)["Caption"] = "&" + key + "  " + path;
+    t_genproc::RecentJobsMenu menu(mainForm);
+    for (std::int16_t i = 0; i < kMenuEntries; ++i) {
+        const std::string path =
+            procs.INIstringGet(prog.userINIpath, names.settingsSection, std::to_string(i + 1));
+        if (!path.empty()) menu.setPath(i, path);
     }
     procs.RecentJobsValidate(mainForm);
 
@@ -162,8 +161,7 @@ Lines Tavoru::recentJobs() const {
 }
 
 std::string Tavoru::recentJob(std::int16_t index) const {
-    const std::string caption = t_gencvf::LateBound{mainForm}["mnuFileRecentJobs"](index)["Caption"].text();
-    return t_genproc::text::mid(caption, kPathInCaption);
+    return t_genproc::RecentJobsMenu(mainForm).path(index);
 }
 
 void Tavoru::removeRecentJob(std::int16_t index) {

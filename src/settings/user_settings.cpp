@@ -1,6 +1,5 @@
 // The layout of the settings files.
 
-#include <cstdlib>
 #include <span>
 #include <type_traits>
 #include <variant>
@@ -8,11 +7,10 @@
 #include "frame/cGenProcs.h"
 #include "frame/library.h"
 #include "frame/procedure.h"
-#include "host/object.h"
+#include "frame/recent_jobs_menu.h"
 #include "instanthelp/cInstHelpSettings.h"
 #include "runtime/errors.h"
 #include "runtime/number_text.h"
-#include "runtime/text.h"
 
 namespace t_genproc {
 namespace {
@@ -139,9 +137,6 @@ constexpr Setting<LS> kLeastSquares[] = {
     {"LS_SavePtEntryOpt", &LS::SavePtEntryOpt},
 };
 
-constexpr int kRecentJobs = 5;
-constexpr int kPathInCaption = 5;  // position of the path in a recent-jobs caption
-
 // ---- Values as text
 
 std::string digitText(bool flag) { return flag ? "1" : "0"; }
@@ -234,10 +229,9 @@ void cGenProcs::INISettingsSave(bool program, bool tavoruPath, bool preferences,
 
         if (recentJobs) {
             SettingsSection recent = userSection(host.settingsSection);
-            const t_gencvf::LateBound form{mainForm};
-            for (int i = 1; i <= kRecentJobs; ++i) {
-                const std::string caption = form["mnuFileRecentJobs"](i - 1)["Caption"].text();
-                recent.write(numberText(std::int64_t{i}), text::mid(caption, kPathInCaption));
+            const RecentJobsMenu menu(mainForm);
+            for (std::int16_t i = 0; i <= RecentJobsMenu::kLastEntry; ++i) {
+                recent.write(numberText(std::int64_t{i} + 1), menu.path(i));
             }
         }
     });

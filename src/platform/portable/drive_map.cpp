@@ -116,21 +116,25 @@ Outcome<std::string> DriveMap::fullPath(std::string_view path) const {
     return {std::string{static_cast<char>('A' + drive), ':'} + full};
 }
 
-Outcome<std::string> DriveMap::exactPath(std::string_view path) const {
+Outcome<DriveMap::Location> DriveMap::locate(std::string_view path) const {
     Outcome<std::string> full = fullPath(path);
-    if (!full) return full;
+    if (!full) return {{}, full.error};
     const std::optional<std::string>& root = roots_[driveIndex(full.value.front())];
     if (!root) return {{}, SystemError::PathNotFound};
     std::ranges::replace(full.value, '\\', '/');
     full.value.replace(0, 2, *root);
-    return full;
+    return {{std::move(full.value), root->size()}};
+}
+
+Outcome<std::string> DriveMap::exactPath(std::string_view path) const {
+    Outcome<Location> location = locate(path);
+    return {std::move(location.value.path), location.error};
 }
 
 Outcome<std::string> DriveMap::actualPath(std::string_view path) const {
-    Outcome<std::string> location = exactPath(path);
-    if (!location) return location;
-    const std::size_t drive = driveIndex(fullPath(path).value.front());
-    return {spelledAsItExists(location.value, roots_[drive]->size())};
+    const Outcome<Location> location = locate(path);
+    if (!location) return {{}, location.error};
+    return {spelledAsItExists(location.value.path, location.value.rootLength)};
 }
 
 void DriveMap::setCurrent(std::string_view folder) {

@@ -35,6 +35,12 @@ class DriveMap {
     void setCurrent(std::string_view folder);
 
    private:
+    struct Location {
+        std::string path;
+        std::size_t rootLength = 0;  // bytes of it that are the drive
+    };
+    Outcome<Location> locate(std::string_view path) const;
+
     static constexpr std::size_t kDrives = 26;
     static std::size_t driveIndex(char letter);
 
