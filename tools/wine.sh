@@ -12,9 +12,10 @@ wine_time_limit=300
 start_wine() {
     export WINEPREFIX WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
     WINEPREFIX=$(realpath --canonicalize-missing "$1")
+    export XDG_DATA_HOME=$WINEPREFIX/data # the place of the recycle bin; without it files are deleted
+    mkdir -p "$XDG_DATA_HOME"
     start_display
     if [[ ! -e $WINEPREFIX/.complete ]]; then
-        mkdir -p "$WINEPREFIX"
         timeout "$wine_time_limit" wineboot --init >"$WINEPREFIX/wineboot.log" 2>&1 ||
             fail "Wine cannot set up $WINEPREFIX; see wineboot.log there"
         # Without a window manager every closed window would be waited for, two seconds each.

@@ -17,6 +17,11 @@ Library::Library(t_gencvf::Host& host, Platform& platform)
     : host_(host), platform_(platform), files_(required(platform.files), required(platform.folders)) {
     required(platform.profileFiles);
     required(platform.windows);
+    required(platform.registry);
+    required(platform.shell);
+    required(platform.processes);
+    required(platform.system);
+    required(platform.clock);
 }
 
 Library::~Library() = default;

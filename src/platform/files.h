@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/clock.h"
 #include "platform/system_error.h"
 
 namespace t_genproc {
@@ -25,6 +26,8 @@ struct FileAttributes {
     bool folder = false;
     bool hidden = false;
     bool system = false;
+    FileTime created;  ///< both halves 0 where the system keeps no such time
+    FileTime lastWrite;
 };
 
 struct FoundFile {
@@ -44,6 +47,12 @@ class Files {
     virtual SystemError CloseHandle(FileHandle file) = 0;
 
     virtual Outcome<FileAttributes> GetFileAttributesExA(const std::string& fileName) = 0;
+
+    /// Copies a file with its time of the last write, over the one that stands there, unless that is
+    /// read-only (AccessDenied). A copy that fails leaves no half of it.
+    virtual SystemError CopyFileA(const std::string& from, const std::string& to) = 0;
+    /// AccessDenied: it is read-only, or a folder.
+    virtual SystemError DeleteFileA(const std::string& fileName) = 0;
 
     /// Every entry that matches, "." and ".." among them: FindFirstFileA, FindNextFileA to the end,
     /// FindClose. Wild cards stand in the last part of `pattern` only: "*" for any text, "?" for one

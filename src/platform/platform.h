@@ -5,9 +5,14 @@
 
 #include <memory>
 
+#include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/folders.h"
+#include "platform/processes.h"
 #include "platform/profile_files.h"
+#include "platform/registry.h"
+#include "platform/shell.h"
+#include "platform/system_information.h"
 #include "platform/windows_and_messages.h"
 
 namespace t_genproc {
@@ -17,6 +22,11 @@ struct Platform {
     std::unique_ptr<Files> files;
     std::unique_ptr<Folders> folders;
     std::unique_ptr<WindowsAndMessages> windows;
+    std::unique_ptr<Registry> registry;
+    std::unique_ptr<Shell> shell;
+    std::unique_ptr<Processes> processes;
+    std::unique_ptr<SystemInformation> system;
+    std::unique_ptr<Clock> clock;
 };
 
 }  // namespace t_genproc

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <ranges>
 
 namespace t_genproc {
 namespace {
@@ -73,6 +74,16 @@ char32_t upperCase(char32_t character) {
     if (letters == kSmallLetters.end() || character < letters->first) return character;
     if ((character - letters->first) % letters->step != 0) return character;
     return character + static_cast<char32_t>(letters->toCapital);
+}
+
+char32_t lowerCase(char32_t character) {
+    if (character < 0x80) return character >= U'A' && character <= U'Z' ? character + 32 : character;
+    for (const SmallLetters& letters : kSmallLetters | std::views::reverse) {  // "σ" ahead of "ς"
+        const char32_t small = character - static_cast<char32_t>(letters.toCapital);
+        const bool inRange = small >= letters.first && small <= letters.last;
+        if (inRange && (small - letters.first) % letters.step == 0) return small;
+    }
+    return character;
 }
 
 }  // namespace t_genproc

@@ -1,5 +1,6 @@
 #include "runtime/date_value.h"
 
+#include <array>
 #include <chrono>
 #include <cmath>
 #include <cstdint>
@@ -22,6 +23,13 @@ constexpr double kHalfMillisecond = 0.0005;
 [[noreturn]] void raiseOutOfRange() { throw RuntimeError(ErrorNumber::InvalidProcedureCall); }
 
 bool inRange(double day) { return day >= kFirstDay && day <= kLastDay; }  // false for no number at all
+
+template <class... Values>
+std::string formatted(const char* format, Values... values) {
+    char buffer[96];
+    const int length = std::snprintf(buffer, sizeof buffer, format, values...);
+    return {buffer, static_cast<std::size_t>(length)};
+}
 
 }  // namespace
 
@@ -58,12 +66,21 @@ double dateValue(const CivilTime& time) {
     return day < 0 ? day - fraction : day + fraction;
 }
 
+std::string dayMonthYear(const CivilTime& time) {
+    constexpr std::array kMonths{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                 "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+    return formatted("%d-%s-%04d", time.day, kMonths.at(static_cast<std::size_t>(time.month) - 1), time.year);
+}
+
+std::string hourMinute(const CivilTime& time) { return formatted("%d:%02d", time.hour, time.minute); }
+
+std::string hourMinuteSecond(const CivilTime& time) {
+    return formatted("%02d:%02d:%02d", time.hour, time.minute, time.second);
+}
+
 std::string dayMonthYearTime(double dateValue) {
     const CivilTime time = civilTime(dateValue);
-    char buffer[96];
-    const int length = std::snprintf(buffer, sizeof buffer, "%02d-%02d-%04d  %02d:%02d:%02d", time.day,
-                                     time.month, time.year, time.hour, time.minute, time.second);
-    return {buffer, static_cast<std::size_t>(length)};
+    return formatted("%02d-%02d-%04d  ", time.day, time.month, time.year) + hourMinuteSecond(time);
 }
 
 }  // namespace t_genproc

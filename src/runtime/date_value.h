@@ -25,6 +25,11 @@ CivilTime civilTime(double dateValue);
 /// hours, minutes and seconds. Error 5: the date is out of range.
 double dateValue(const CivilTime& time);
 
+/// "14-Nov-2026", "9:05" and "09:05:07".
+std::string dayMonthYear(const CivilTime& time);
+std::string hourMinute(const CivilTime& time);
+std::string hourMinuteSecond(const CivilTime& time);
+
 /// "14-11-2026  22:05:09": the time stamp of log lines.
 std::string dayMonthYearTime(double dateValue);
 

@@ -123,6 +123,13 @@ std::string upper(std::string_view text) {
     return result;
 }
 
+std::string lower(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    while (!text.empty()) appendCharacter(result, lowerCase(takeCharacter(text)));
+    return result;
+}
+
 bool equalIgnoringCase(std::string_view a, std::string_view b) {
     if (a.size() != b.size()) return false;  // a letter and its capital take the same number of bytes
     const auto asciiCapital = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; };

@@ -37,6 +37,7 @@ inline bool contains(std::string_view text, std::string_view part) {
 
 /// Letter by letter, whatever the locale; see case_mapping.h.
 std::string upper(std::string_view text);
+std::string lower(std::string_view text);
 bool equalIgnoringCase(std::string_view a, std::string_view b);
 
 /// Takes the first character off `text` and gives its code point. A byte that belongs to no valid character

@@ -9,6 +9,7 @@
 namespace t_genproc {
 namespace {
 
+namespace fs = std::filesystem;
 using test::errorOf;
 
 constexpr std::size_t kBlock = std::size_t{16} * 1024;  // bytes that NumberedFiles reads at a time
@@ -151,6 +152,34 @@ TEST_F(FilesTest, TellAttributes) {
     EXPECT_EQ(files.GetFileAttributesExA(path("five.txt") + '\0').error, SystemError::InvalidName);
     EXPECT_TRUE(folderExists(files, path("folder")) && folderExists(files, path("folder\\")));
     EXPECT_FALSE(folderExists(files, path("five.txt")) || folderExists(files, path("none")));
+}
+
+TEST_F(FilesTest, CopyAndDelete) {
+    const auto written = std::chrono::sys_seconds(std::chrono::seconds(1'000'000'000));
+    for (const char* name : {"a", "b", "locked"}) system.write(path(name), name);
+    makeFolder(folders, path("folder"));
+    fs::permissions(system.onDisk("locked"), fs::perms(0444));
+    fs::last_write_time(system.onDisk("a"), std::chrono::file_clock::from_sys(written));
+    using enum SystemError;
+    const std::tuple<const char*, const char*, SystemError> copies[] = {
+        {"a", "new", Success},         {"A", "B", Success},           {"a", "A", SharingViolation},
+        {"a", "folder", AccessDenied}, {"folder", "c", AccessDenied}, {"none\\a", "b", PathNotFound},
+        {"none", "b", FileNotFound},   {"a", "none\\a", PathNotFound}};
+    const std::pair<const char*, SystemError> deletions[] = {{"new", Success},
+                                                             {"new", FileNotFound},
+                                                             {"none\\a", PathNotFound},
+                                                             {"locked", AccessDenied},
+                                                             {"folder", AccessDenied}};
+    for (const auto& [from, to, error] : copies)
+        EXPECT_EQ(files.CopyFileA(path(from), path(to)), error) << from << ' ' << to;
+    for (const auto& [name, error] : deletions) EXPECT_EQ(files.DeleteFileA(path(name)), error) << name;
+    EXPECT_TRUE(test::isLeftOut("Wine: lets an administrator copy over a read-only file") ||
+                files.CopyFileA(path("a"), path("locked")) == AccessDenied);
+    fs::permissions(system.onDisk("locked"), fs::perms(0666));  // or Windows would not remove it
+    EXPECT_EQ(system.read(path("a")) + system.read(path("b")), "aa");
+    const FileAttributes copy = files.GetFileAttributesExA(path("b")).value;
+    EXPECT_EQ(stepsOf(copy.lastWrite), (1'000'000'000 + 11'644'473'600) * 10'000'000ULL);
+    EXPECT_TRUE(stepsOf(copy.created) >= stepsOf(copy.lastWrite) || copy.created == FileTime{});
 }
 
 TEST_F(FilesTest, CountPathsFromTheCurrentDriveAndFolder) {

@@ -80,6 +80,13 @@ TEST_F(PortableFaultsTest, LeaveTheOldTextWhereTheNewOneCannotBeKept) {
     EXPECT_EQ(entries(), 1);
 }
 
+TEST_F(PortableFaultsTest, LeaveNoHalfOfACopy) {
+    put(std::string(10000, 'x'));
+    const auto copy = [&] { return platform.files->CopyFileA("C:\\a.ini", "C:\\b.ini"); };
+    EXPECT_TRUE(succeeds(start([&] { return fillDisk() && copy() == SystemError::DiskFull; })));
+    EXPECT_EQ(entries(), 1);
+}
+
 TEST_F(PortableFaultsTest, SurviveKilledWriters) {
     const std::string values[] = {std::string(300000, 'a'), std::string(450000, 'b')};
     std::mt19937 random(1);

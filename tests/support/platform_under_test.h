@@ -53,6 +53,9 @@ std::string systemName();
 /// out, and the reason told.
 bool isLeftOut(const std::string& deviation);
 
+/// Sets a variable of this process, bytes as they are.
+void setVariable(const std::string& name, const std::string& value);
+
 /// The number of the run-time error that `body` raises; 0: none.
 int errorOf(const std::function<void()>& body);
 

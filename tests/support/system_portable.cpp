@@ -1,3 +1,5 @@
+#include <cstdlib>
+
 #include "platform/portable/portable_platform.h"
 #include "support/platform_under_test.h"
 
@@ -9,11 +11,16 @@ Platform PlatformUnderTest::makePlatform() {
     folderOnDisk_ = onDisk_ / "work";
     std::filesystem::create_directory(folderOnDisk_);
     folder_ = "C:\\work\\";
+    setVariable("XDG_DATA_HOME", (onDisk_ / "data").string());  // nor is the user's own trash touched
     PortableOptions options;
     options.driveC = onDisk_.string();
     return portablePlatform(std::move(options));
 }
 
 void PlatformUnderTest::hide(const std::string&) {}
+
+void setVariable(const std::string& name, const std::string& value) {
+    ::setenv(name.c_str(), value.c_str(), 1);
+}
 
 }  // namespace t_genproc::test

@@ -19,4 +19,8 @@ void PlatformUnderTest::hide(const std::string& path) {
     ::SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_HIDDEN);
 }
 
+void setVariable(const std::string& name, const std::string& value) {
+    ::SetEnvironmentVariableA(name.c_str(), value.c_str());
+}
+
 }  // namespace t_genproc::test

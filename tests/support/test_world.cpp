@@ -25,9 +25,9 @@ struct Services : t_gencvf::Utility, t_gencvf::ErrorReporter, WindowsAndMessages
     MessageAnswer MessageBoxA(const std::string& text, const std::string& caption,
                               std::uint32_t style) override {
         world.boxes += text + '|' + caption + '|' + std::to_string(style) + '\n';
-        return MessageAnswer::Ok;
+        return world.answer;
     }
-    void DispatchPendingMessages() override {}
+    void DispatchPendingMessages() override { ++world.pumped; }
 
     TestWorld& world;
 };
@@ -36,7 +36,13 @@ struct Services : t_gencvf::Utility, t_gencvf::ErrorReporter, WindowsAndMessages
 
 TestWorld::TestWorld() : library(*this, system.platform), procs(library) {
     system.platform.windows = std::make_unique<Services>(*this);
-    prog = {"C:\\P\\", "C:\\L\\", path(""), path("user.ini"), path("program.ini"), "1", "2"};
+    prog.progPath = "C:\\P\\";
+    prog.listPath = "C:\\L\\";
+    prog.tempPath = path("");
+    prog.userINIpath = path("user.ini");
+    prog.progINIpath = path("program.ini");
+    prog.programValueOne = "1";
+    prog.programValueTwo = "2";
     for (int i = 0; i < 5; ++i) menu->element(i).add("Caption", "").add("Visible", true);
     form->add("mnuFileRecentJobs", menu);
 }

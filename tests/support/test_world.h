@@ -23,8 +23,10 @@ class TestWorld : private t_gencvf::Host {
     t_gencvf::Application names;
     double now = 0;
 
-    std::string boxes;    // text, "|", caption, "|", style, end of line
-    std::string reports;  // source, " > ", procedure, end of line
+    std::string boxes;                         // text, "|", caption, "|", style, end of line
+    MessageAnswer answer = MessageAnswer::Ok;  // to every box
+    int pumped = 0;                            // how often the host's windows had their messages
+    std::string reports;                       // source, " > ", procedure, end of line
     bool suppressNextReport = false;
     bool reporterFails = false;
     int reporters = 0;  // created so far

@@ -13,5 +13,11 @@ std::unique_ptr<ProfileFiles> makeProfileFiles(std::shared_ptr<DriveMap> drives)
 std::unique_ptr<Files> makeFiles(std::shared_ptr<DriveMap> drives);
 std::unique_ptr<Folders> makeFolders(std::shared_ptr<DriveMap> drives);
 std::unique_ptr<WindowsAndMessages> makeWindowsAndMessages(const PortableOptions& options);
+std::unique_ptr<Registry> makeRegistry(std::shared_ptr<DriveMap> drives);
+std::unique_ptr<Shell> makeShell(std::shared_ptr<DriveMap> drives, const PortableOptions& options);
+std::unique_ptr<Processes> makeProcesses(std::shared_ptr<DriveMap> drives);
+std::unique_ptr<SystemInformation> makeSystemInformation(std::shared_ptr<DriveMap> drives,
+                                                         const PortableOptions& options);
+std::unique_ptr<Clock> makeClock();
 
 }  // namespace t_genproc::portable

@@ -137,6 +137,21 @@ Outcome<std::string> DriveMap::actualPath(std::string_view path) const {
     return {spelledAsItExists(location.value.path, location.value.rootLength)};
 }
 
+std::string DriveMap::drivePath(std::string_view location) const {
+    while (location.ends_with('/')) location.remove_suffix(1);
+    std::size_t best = driveIndex('Z');
+    for (std::size_t drive = 0; drive < kDrives; ++drive) {
+        const std::optional<std::string>& root = roots_[drive];
+        const bool holds = root && location.starts_with(*root) &&
+                           (location.size() == root->size() || location[root->size()] == '/');
+        if (holds && root->size() > roots_[best]->size()) best = drive;
+    }
+    std::string path(location.substr(roots_[best]->size()));
+    if (path.empty()) path = "/";
+    std::ranges::replace(path, '/', '\\');
+    return std::string{static_cast<char>('A' + best), ':'} + path;
+}
+
 void DriveMap::setCurrent(std::string_view folder) {
     currentDrive_ = driveIndex(folder.front());
     current_[currentDrive_] = folder.substr(2);

@@ -31,6 +31,10 @@ class DriveMap {
     /// given.
     Outcome<std::string> actualPath(std::string_view path) const;
 
+    /// The backslash path of an absolute path of this system: on drive C where that holds it, else on drive
+    /// Z.
+    std::string drivePath(std::string_view location) const;
+
     /// Makes `folder`, in its full form, the current one.
     void setCurrent(std::string_view folder);
 

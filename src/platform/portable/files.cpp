@@ -6,38 +6,42 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <limits>
 
 #include "platform/portable/adapters.h"
+#include "platform/portable/copy_file.h"
 #include "platform/portable/posix.h"
 #include "platform/portable/wild_card.h"
 
 namespace t_genproc::portable {
 namespace {
 
-/// What is missing: the file, or a folder on the way to it.
-SystemError notFound(const std::string& location) {
-    const std::string folder = location.substr(0, location.find_last_of('/') + 1);
-    return ::access(folder.c_str(), F_OK) == 0 ? SystemError::FileNotFound : SystemError::PathNotFound;
+constexpr unsigned kWanted = STATX_TYPE | STATX_SIZE | STATX_MTIME | STATX_BTIME;
+
+constexpr std::int64_t kStepsOfSecond = 10'000'000;      // those of a FileTime
+constexpr std::int64_t kSecondsTo1970 = 11'644'473'600;  // from 1601
+constexpr std::int64_t kMostSeconds = std::numeric_limits<std::int64_t>::max() / kStepsOfSecond - 1;
+
+/// Seconds that a FileTime cannot tell become the first or the last one that it can.
+FileTime fileTimeOf(const statx_timestamp& time) {
+    const std::int64_t second =
+        std::clamp(std::int64_t{time.tv_sec}, -kSecondsTo1970, kMostSeconds - kSecondsTo1970);
+    const std::int64_t steps = (second + kSecondsTo1970) * kStepsOfSecond + time.tv_nsec / 100;
+    return fileTime(static_cast<std::uint64_t>(steps));
 }
 
-SystemError failure(const std::string& location, int errorNumber) {
-    return errorNumber == ENOENT ? notFound(location) : systemError(errorNumber);
+FileAttributes attributesOf(const struct statx& found, std::string_view name) {
+    const bool isFolder = S_ISDIR(found.stx_mode);
+    const bool tellsBirth = (found.stx_mask & STATX_BTIME) != 0;
+    return {.size = isFolder ? 0 : found.stx_size,
+            .folder = isFolder,
+            .hidden = name.starts_with('.'),
+            .created = tellsBirth ? fileTimeOf(found.stx_btime) : FileTime{},
+            .lastWrite = fileTimeOf(found.stx_mtime)};
 }
-
-FileAttributes attributesOf(const struct stat& found, std::string_view name) {
-    FileAttributes attributes;
-    attributes.folder = S_ISDIR(found.st_mode);
-    attributes.size = attributes.folder ? 0 : static_cast<std::uint64_t>(found.st_size);
-    attributes.hidden = name.starts_with('.');
-    return attributes;
-}
-
-/// A file without any write permission is read-only to everybody, as on Windows.
-bool isReadOnly(const struct stat& found) { return (found.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0; }
 
 /// How a file is opened for each FileUse.
 constexpr std::array kOpenFlags{O_RDONLY, O_WRONLY | O_CREAT, O_WRONLY | O_CREAT | O_APPEND};
-constexpr int kAlways = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;  // not to wait for the other end of a pipe
 
 class PortableFiles : public Files {
    public:
@@ -48,12 +52,12 @@ class PortableFiles : public Files {
         if (!location) return {{}, location.error};
         const int flags = kOpenFlags[static_cast<std::size_t>(use)];
         Descriptor file(::open(location.value.c_str(), flags | kAlways, 0666));
-        if (!file) return {{}, failure(location.value, errno)};
+        if (!file) return {{}, systemError(errno, location.value)};
 
         struct stat found {};
         if (::fstat(file.number(), &found) != 0) return {{}, systemError(errno)};
         if (!S_ISREG(found.st_mode) && !S_ISCHR(found.st_mode)) return {{}, SystemError::AccessDenied};
-        if (use != FileUse::Read && isReadOnly(found)) return {{}, SystemError::AccessDenied};
+        if (use != FileUse::Read && isReadOnly(found.st_mode)) return {{}, SystemError::AccessDenied};
         if (use == FileUse::Replace && S_ISREG(found.st_mode) && ::ftruncate(file.number(), 0) != 0) {
             return {{}, systemError(errno)};
         }
@@ -87,13 +91,31 @@ class PortableFiles : public Files {
         return ::close(static_cast<int>(file)) == 0 ? SystemError::Success : systemError(errno);
     }
 
+    /// Most files stand under exactly the name that is asked for.
     Outcome<FileAttributes> GetFileAttributesExA(const std::string& fileName) override {
+        const Outcome<FileAttributes> found = attributesAt(drives_->exactPath(fileName));
+        const bool isMissing =
+            found.error == SystemError::FileNotFound || found.error == SystemError::PathNotFound;
+        return isMissing ? attributesAt(drives_->actualPath(fileName)) : found;
+    }
+
+    SystemError CopyFileA(const std::string& from, const std::string& to) override {
+        const Outcome<std::string> source = drives_->actualPath(from);
+        const Outcome<std::string> target = drives_->actualPath(to);
+        if (!source) return source.error;
+        return target ? copyFile(source.value, target.value) : target.error;
+    }
+
+    SystemError DeleteFileA(const std::string& fileName) override {
         const Outcome<std::string> location = drives_->actualPath(fileName);
-        if (!location) return {{}, location.error};
+        if (!location) return location.error;
+        const char* const name = location.value.c_str();
         struct stat found {};
-        if (::stat(location.value.c_str(), &found) != 0) return {{}, failure(location.value, errno)};
-        const std::size_t nameStart = location.value.find_last_of('/') + 1;
-        return {attributesOf(found, std::string_view(location.value).substr(nameStart))};
+        if (::lstat(name, &found) == 0) {
+            if (isReadOnly(found.st_mode)) return SystemError::AccessDenied;
+            if (::unlink(name) == 0) return SystemError::Success;
+        }
+        return systemError(errno, location.value);
     }
 
     Outcome<std::vector<FoundFile>> FindFirstFileA(const std::string& pattern) override {
@@ -107,9 +129,9 @@ class PortableFiles : public Files {
         Outcome<std::vector<FoundFile>> found;
         const std::string_view namePattern = std::string_view(pattern).substr(nameStart);
         while (const dirent* entry = ::readdir(entries.get())) {
-            struct stat status {};
+            struct statx status {};
             if (!matchesWildCard(entry->d_name, namePattern)) continue;
-            if (::fstatat(::dirfd(entries.get()), entry->d_name, &status, 0) != 0)
+            if (::statx(::dirfd(entries.get()), entry->d_name, 0, kWanted, &status) != 0)
                 continue;  // gone meanwhile
             found.value.push_back({entry->d_name, attributesOf(status, entry->d_name)});
         }
@@ -122,6 +144,16 @@ class PortableFiles : public Files {
     std::string decode(std::string_view bytes) override { return std::string(bytes); }
 
    private:
+    static Outcome<FileAttributes> attributesAt(const Outcome<std::string>& location) {
+        if (!location) return {{}, location.error};
+        struct statx found {};
+        if (::statx(AT_FDCWD, location.value.c_str(), 0, kWanted, &found) != 0) {
+            return {{}, systemError(errno, location.value)};
+        }
+        const std::size_t nameStart = location.value.find_last_of('/') + 1;
+        return {attributesOf(found, std::string_view(location.value).substr(nameStart))};
+    }
+
     std::shared_ptr<DriveMap> drives_;
 };
 

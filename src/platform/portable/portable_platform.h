@@ -18,6 +18,9 @@ struct PortableOptions {
     /// (XDG_DATA_HOME, or ~/.local/share). Drive Z: is the root of the file system.
     std::string driveC{};
 
+    /// The user, by the name that the folder below "C:\Users\" bears. Empty: the login name.
+    std::string userName{};
+
     /// Called whenever the library lets the host's windows process their messages.
     std::function<void()> messagePump{};
 

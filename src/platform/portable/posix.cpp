@@ -1,8 +1,10 @@
 #include "platform/portable/posix.h"
 
+#include <pwd.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 
 namespace t_genproc::portable {
 
@@ -19,6 +21,7 @@ SystemError systemError(int errorNumber) {
         case EISDIR: return SystemError::AccessDenied;
         case EBADF: return SystemError::InvalidHandle;
         case ENOMEM: return SystemError::NotEnoughMemory;
+        case EXDEV: return SystemError::NotSameDevice;
         case EROFS: return SystemError::WriteProtected;
         case ETXTBSY:
         case EBUSY: return SystemError::SharingViolation;
@@ -32,6 +35,25 @@ SystemError systemError(int errorNumber) {
         case EIO: return SystemError::InputOutputDevice;
         default: return SystemError::GeneralFailure;
     }
+}
+
+SystemError systemError(int errorNumber, const std::string& location) {
+    if (errorNumber != ENOENT) return systemError(errorNumber);
+    const std::string folder = location.substr(0, location.find_last_of('/') + 1);
+    return ::access(folder.c_str(), F_OK) == 0 ? SystemError::FileNotFound : SystemError::PathNotFound;
+}
+
+std::string homeFolder() {
+    const char* const home = std::getenv("HOME");
+    if (home != nullptr && *home != '\0') return home;
+    const passwd* const user = ::getpwuid(::getuid());
+    return user == nullptr ? std::string() : user->pw_dir;
+}
+
+std::string dataFolder() {
+    const char* const folder = std::getenv("XDG_DATA_HOME");
+    const bool isGiven = folder != nullptr && *folder == '/';
+    return isGiven ? folder : homeFolder() + "/.local/share";
 }
 
 Descriptor::~Descriptor() {

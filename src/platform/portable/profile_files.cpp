@@ -41,9 +41,10 @@ class PortableProfileFiles : public ProfileFiles {
         if (!isOneLine(section) || !isOneLine(key) || !isOneLine(value)) return 0;
         const Outcome<std::string> location = drives_->actualPath(inItsFolder(fileName));
         if (!location) return 0;
-        const auto change = [&](std::string_view text) -> std::optional<TextChange> {
-            if (std::ranges::find(kWideTextMarks, text.substr(0, 2)) != kWideTextMarks.end()) return {};
-            return profileChange(text, section, key, value);
+        const auto change = [&](std::string_view text) -> Outcome<TextChange> {
+            const bool isWide = std::ranges::find(kWideTextMarks, text.substr(0, 2)) != kWideTextMarks.end();
+            if (isWide) return {{}, SystemError::NotSupported};
+            return {profileChange(text, section, key, value)};
         };
         return changeFile(location.value, buffer_, change) == SystemError::Success ? 1 : 0;
     }
@@ -61,8 +62,8 @@ class PortableProfileFiles : public ProfileFiles {
 
     std::optional<std::string_view> findIn(const std::string& location, Reading reading,
                                            std::string_view section, std::string_view key) {
-        const std::optional<std::string_view> text = readFile(location, reading, buffer_);
-        return text ? profileValue(*text, section, key) : std::nullopt;
+        const Outcome<std::string_view> text = readFile(location, reading, buffer_);
+        return text ? profileValue(text.value, section, key) : std::nullopt;
     }
 
     std::shared_ptr<DriveMap> drives_;

@@ -22,8 +22,7 @@ namespace {
 constexpr std::size_t kFirstRoom = 256;  // blocks
 constexpr std::size_t kLongestFile = std::size_t{256} * 1024 * 1024;
 constexpr int kMostLinks = 40;
-constexpr int kMostTries = 1000;                            // each one lost to another writer
-constexpr int kAlways = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;  // not to wait for the other end of a pipe
+constexpr int kMostTries = 1000;          // each one lost to another writer
 constexpr std::size_t kMostOfName = 200;  // leaves room for the rest; files that share it wait for each other
 constexpr mode_t kPermissionBits = 07777;
 constexpr const char* kAccessList = "system.posix_acl_access";
@@ -40,6 +39,12 @@ OpenFile open(const std::string& location, int flags, mode_t mode = 0) {
     OpenFile file{Descriptor(::open(location.c_str(), flags | kAlways, mode))};
     if (!file.descriptor) return failed(errno);
     return ::fstat(file.descriptor.number(), &file.status) == 0 ? std::move(file) : failed(errno);
+}
+
+/// For a look that does without the file's status.
+OpenFile openToRead(const std::string& location) {
+    OpenFile file{Descriptor(::open(location.c_str(), O_RDONLY | kAlways))};
+    return file.descriptor ? std::move(file) : failed(errno);
 }
 
 /// Waits for the lock. Where the file system has none, there is no protection against other writers.
@@ -74,20 +79,20 @@ OpenFile openLocked(const std::string& location, int flags, int kind) {
 std::string_view wholeLines(std::string_view text) { return text.substr(0, text.find_last_of("\r\n") + 1); }
 
 /// The text of an open file. A read that gives less than asked for need not be the last one.
-std::optional<std::string_view> read(const Descriptor& file, Reading reading, ReadBuffer& buffer) {
+Outcome<std::string_view> read(const Descriptor& file, Reading reading, ReadBuffer& buffer) {
     if (buffer.empty()) buffer.resize(kFirstRoom);
     for (std::size_t length = 0; length <= kLongestFile;) {
         if (length == buffer.size() * sizeof(BufferBlock)) buffer.resize(buffer.size() * 2);
         char* const bytes = buffer.front().bytes;
         const ssize_t count =
             ::read(file.number(), bytes + length, buffer.size() * sizeof(BufferBlock) - length);
-        if (count == 0) return std::string_view(bytes, length);
-        if (count < 0 && errno != EINTR) return {};
+        if (count == 0) return {std::string_view(bytes, length)};
+        if (count < 0 && errno != EINTR) return {{}, systemError(errno)};
         if (count > 0) length += static_cast<std::size_t>(count);
         const bool gaveLess = length < buffer.size() * sizeof(BufferBlock);
-        if (reading == Reading::AtOnce && gaveLess) return wholeLines({bytes, length});
+        if (reading == Reading::AtOnce && gaveLess) return {wholeLines({bytes, length})};
     }
-    return {};
+    return {{}, SystemError::InputOutputDevice};
 }
 
 iovec piece(std::string_view text) { return {const_cast<char*>(text.data()), text.size()}; }
@@ -126,10 +131,9 @@ std::string behindLinks(std::string location) {
     return location;
 }
 
-/// Whether the file may be changed at all. One without any write permission is read-only even to those whom
-/// the system lets write.
+/// Whether the file may be changed at all.
 bool isWritable(const OpenFile& file) {
-    return S_ISREG(file.status.st_mode) && (file.status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0;
+    return S_ISREG(file.status.st_mode) && !isReadOnly(file.status.st_mode);
 }
 
 /// A file that is to take the place of another, or to vanish.
@@ -253,16 +257,19 @@ SystemError changeInPlace(const OpenFile& file, std::string_view text, const Tex
 
 }  // namespace
 
-std::optional<std::string_view> readFile(const std::string& location, Reading reading, ReadBuffer& buffer) {
-    const Descriptor file(reading == Reading::AtOnce
-                              ? ::open(location.c_str(), O_RDONLY | kAlways)
-                              : openLocked(location, O_RDONLY, LOCK_SH).descriptor.release());
-    if (!file) return {};
-    return read(file, reading, buffer);
+Outcome<std::string_view> readFile(const std::string& location, Reading reading, ReadBuffer& buffer,
+                                   Purpose purpose) {
+    const int flags = purpose == Purpose::Change ? O_RDWR : O_RDONLY;
+    const OpenFile file = reading == Reading::BetweenWrites ? openLocked(location, flags, LOCK_SH)
+                          : purpose == Purpose::Change      ? open(location, flags)
+                                                            : openToRead(location);
+    if (!file.descriptor) return {{}, file.error};
+    if (purpose == Purpose::Change && !isWritable(file)) return {{}, SystemError::AccessDenied};
+    return read(file.descriptor, reading, buffer);
 }
 
 SystemError changeFile(const std::string& givenLocation, ReadBuffer& buffer,
-                       const std::function<std::optional<TextChange>(std::string_view)>& makeChange) {
+                       const std::function<Outcome<TextChange>(std::string_view)>& makeChange) {
     const std::string location = behindLinks(givenLocation);
     for (int tries = 0; tries < kMostTries; ++tries) {
         const OpenFile old = openLocked(location, O_RDWR, LOCK_EX);
@@ -270,16 +277,17 @@ SystemError changeFile(const std::string& givenLocation, ReadBuffer& buffer,
         if (exists && !old.descriptor) return old.error;
         if (exists && !isWritable(old)) return SystemError::AccessDenied;
 
-        const std::optional<std::string_view> text =
-            exists ? read(old.descriptor, Reading::BetweenWrites, buffer) : "";
-        if (!text) return SystemError::InputOutputDevice;
-        const std::optional<TextChange> change = makeChange(*text);
-        if (!change) return SystemError::InvalidName;
+        Outcome<std::string_view> text;
+        if (exists) text = read(old.descriptor, Reading::BetweenWrites, buffer);
+        if (!text) return text.error;
+        const Outcome<TextChange> change = makeChange(text.value);
+        if (!change) return change.error;
 
-        if (exists && old.status.st_nlink > 1) return changeInPlace(old, *text, *change);
+        if (exists && old.status.st_nlink > 1) return changeInPlace(old, text.value, change.value);
         Replacement replacement(location, old);
-        if (!replacement) return exists ? changeInPlace(old, *text, *change) : replacement.error();
-        if (const SystemError error = replacement.write(*text, *change); error != SystemError::Success)
+        if (!replacement) return exists ? changeInPlace(old, text.value, change.value) : replacement.error();
+        if (const SystemError error = replacement.write(text.value, change.value);
+            error != SystemError::Success)
             return error;
         const SystemError error = replacement.takePlace();
         if (error != SystemError::AlreadyExists) return error;

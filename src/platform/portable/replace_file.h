@@ -2,7 +2,6 @@
 #pragma once
 
 #include <functional>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,12 +22,18 @@ enum class Reading {
     BetweenWrites  ///< the whole text, after waiting for a writer at work
 };
 
-/// Reads the file at `location` into `buffer`, whose size only ever grows, and gives its text. None where it
-/// cannot be read or is longer than 256 MiB.
-std::optional<std::string_view> readFile(const std::string& location, Reading reading, ReadBuffer& buffer);
+enum class Purpose {
+    Read,
+    Change  ///< AccessDenied also where changeFile would be refused
+};
 
-/// Applies to the text of a file, which is empty where there is no file yet, what `change` makes of it; where
-/// that is nothing the call fails.
+/// Reads the file at `location` into `buffer`, whose size only ever grows, and gives its text. Fails where it
+/// cannot be read or is longer than 256 MiB.
+Outcome<std::string_view> readFile(const std::string& location, Reading reading, ReadBuffer& buffer,
+                                   Purpose purpose = Purpose::Read);
+
+/// Applies to the text of a file, which is empty where there is no file yet, what `change` makes of it, or
+/// fails as that does.
 ///
 /// The new text is written beside the file, under a hidden name of this user's (".NAME.UID.new"), and then
 /// takes the file's place in one step: whoever reads meanwhile, and whatever kills this process, the file is
@@ -43,6 +48,6 @@ std::optional<std::string_view> readFile(const std::string& location, Reading re
 ///
 /// A failure leaves the old text.
 SystemError changeFile(const std::string& location, ReadBuffer& buffer,
-                       const std::function<std::optional<TextChange>(std::string_view)>& change);
+                       const std::function<Outcome<TextChange>(std::string_view)>& change);
 
 }  // namespace t_genproc::portable

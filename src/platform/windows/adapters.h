@@ -11,6 +11,11 @@ std::unique_ptr<ProfileFiles> makeProfileFiles();
 std::unique_ptr<Files> makeFiles();
 std::unique_ptr<Folders> makeFolders();
 std::unique_ptr<WindowsAndMessages> makeWindowsAndMessages();
+std::unique_ptr<Registry> makeRegistry();
+std::unique_ptr<Shell> makeShell();
+std::unique_ptr<Processes> makeProcesses();
+std::unique_ptr<SystemInformation> makeSystemInformation();
+std::unique_ptr<Clock> makeClock();
 
 /// Why the last call of this thread failed.
 SystemError lastError();

@@ -42,4 +42,6 @@ std::string toAnsiWithLoss(std::string_view text) { return narrow(CP_ACP, widen(
 
 std::string fromAnsi(std::string_view bytes) { return narrow(CP_UTF8, widen(CP_ACP, bytes)); }
 
+std::string fromWide(const std::wstring& text) { return narrow(CP_UTF8, text); }
+
 }  // namespace t_genproc

@@ -16,4 +16,7 @@ std::string toAnsiWithLoss(std::string_view text);
 
 std::string fromAnsi(std::string_view bytes);
 
+/// For the calls that know no ANSI text.
+std::string fromWide(const std::wstring& text);
+
 }  // namespace t_genproc

@@ -34,7 +34,9 @@ FileAttributes attributesOf(const Data& data) {
     return {.size = (std::uint64_t{data.nFileSizeHigh} << 32) | data.nFileSizeLow,
             .folder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0,
             .hidden = (data.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0,
-            .system = (data.dwFileAttributes & FILE_ATTRIBUTE_SYSTEM) != 0};
+            .system = (data.dwFileAttributes & FILE_ATTRIBUTE_SYSTEM) != 0,
+            .created = {data.ftCreationTime.dwLowDateTime, data.ftCreationTime.dwHighDateTime},
+            .lastWrite = {data.ftLastWriteTime.dwLowDateTime, data.ftLastWriteTime.dwHighDateTime}};
 }
 
 struct Search {
@@ -87,6 +89,19 @@ class WindowsFiles final : public Files {
         if (!::GetFileAttributesExA(name->c_str(), GetFileExInfoStandard, &data))
             return {.error = lastError()};
         return {attributesOf(data)};
+    }
+
+    SystemError CopyFileA(const std::string& from, const std::string& to) override {
+        const auto source = toAnsi(from);
+        const auto target = toAnsi(to);
+        if (!source || !target) return SystemError::InvalidName;
+        return ::CopyFileA(source->c_str(), target->c_str(), FALSE) ? SystemError::Success : lastError();
+    }
+
+    SystemError DeleteFileA(const std::string& fileName) override {
+        const auto name = toAnsi(fileName);
+        if (!name) return SystemError::InvalidName;
+        return ::DeleteFileA(name->c_str()) ? SystemError::Success : lastError();
     }
 
     Outcome<std::vector<FoundFile>> FindFirstFileA(const std::string& pattern) override {

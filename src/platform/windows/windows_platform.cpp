@@ -14,6 +14,11 @@ Platform windowsPlatform() {
     platform.files = makeFiles();
     platform.folders = makeFolders();
     platform.windows = makeWindowsAndMessages();
+    platform.registry = makeRegistry();
+    platform.shell = makeShell();
+    platform.processes = makeProcesses();
+    platform.system = makeSystemInformation();
+    platform.clock = makeClock();
     return platform;
 }
 
