@@ -3,6 +3,7 @@
 
 #include "frame/cGenProcs.h"
 #include "frame/library.h"
+#include "frame/message_title.h"
 #include "frame/procedure.h"
 #include "platform/file_system.h"
 #include "runtime/errors.h"
@@ -11,8 +12,6 @@
 
 namespace t_genproc {
 namespace {
-
-constexpr const char* kMessageTitle = "Tavoru procedures";
 
 std::int32_t clamped(std::uint64_t number) {
     constexpr std::uint64_t kMost = std::numeric_limits<std::int32_t>::max();

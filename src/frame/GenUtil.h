@@ -1,9 +1,11 @@
 /// The module of free routines.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "host/records.h"
+#include "platform/processes.h"
 
 namespace t_genproc {
 
@@ -22,6 +24,22 @@ void WriteDLLerror(Library& library, const std::string& errMsg, const t_gencvf::
 /// the reporter's suppressNextReport is set, clears that instead; while the reporter itself is at work, does
 /// nothing. Returns whether a report was made.
 bool ReportErrorTrail(Library& library, const std::string& source, const std::string& procedureName);
+
+// ---- Waiting (os/waiting.cpp)
+
+/// Starts a program with its arguments (see Processes::CreateProcessA) and waits for its end, letting the
+/// host's windows process their messages meanwhile. The result is the system's last error code after a start,
+/// mostly 0; a program that cannot be started gives 0 at once. `launch` tells one from the other; its
+/// handles are closed by then.
+std::int32_t LoadProcessAndWait(Library& library, const std::string& commandLine, Launch* launch = nullptr);
+
+/// Waits for the end of a program as LoadProcessAndWait does, and closes both handles.
+void WaitForTerm2(Library& library, const ProcessInformation& processInformation);
+
+/// Lets the host's windows process their messages where more than `interval` seconds have passed since
+/// `DoEventsStart`, which counts seconds since midnight and is then set to now, or to 0 shortly before
+/// midnight.
+void DoEventsTimer(Library& library, float& DoEventsStart, float interval);
 
 }  // namespace GenUtil
 }  // namespace t_genproc

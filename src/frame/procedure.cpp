@@ -9,24 +9,7 @@
 namespace t_genproc::guard {
 namespace {
 
-// The error in flight; nothing here needs memory before the report is made.
-
-std::int32_t currentNumber() noexcept {
-    try {
-        throw;
-    } catch (const RuntimeError& error) {
-        return error.number();
-    } catch (const std::bad_alloc&) {
-        return static_cast<std::int32_t>(ErrorNumber::OutOfMemory);
-    } catch (const std::length_error&) {
-        return static_cast<std::int32_t>(ErrorNumber::SubscriptOutOfRange);
-    } catch (const std::out_of_range&) {
-        return static_cast<std::int32_t>(ErrorNumber::SubscriptOutOfRange);
-    } catch (...) {
-        return static_cast<std::int32_t>(ErrorNumber::InternalError);
-    }
-}
-
+/// Of the error in flight.
 std::string currentSource() {
     try {
         throw;
@@ -45,6 +28,24 @@ void report(Library& library, std::string_view name) noexcept {
 }
 
 }  // namespace
+
+// Nothing here needs memory before the report is made.
+
+std::int32_t currentNumber() noexcept {
+    try {
+        throw;
+    } catch (const RuntimeError& error) {
+        return error.number();
+    } catch (const std::bad_alloc&) {
+        return static_cast<std::int32_t>(ErrorNumber::OutOfMemory);
+    } catch (const std::length_error&) {
+        return static_cast<std::int32_t>(ErrorNumber::SubscriptOutOfRange);
+    } catch (const std::out_of_range&) {
+        return static_cast<std::int32_t>(ErrorNumber::SubscriptOutOfRange);
+    } catch (...) {
+        return static_cast<std::int32_t>(ErrorNumber::InternalError);
+    }
+}
 
 void reportAndRaise(Library& library, std::string_view name) {
     const std::int32_t number = currentNumber();

@@ -10,6 +10,7 @@
 /// failed allocation error 7, a length or range beyond what is possible error 9, anything else error 51.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 #include <utility>
 
@@ -18,7 +19,9 @@ namespace t_genproc {
 class Library;
 
 namespace guard {
-/// Call from within a catch block.
+/// The number of the error in flight, as it will be raised again. Call from within a catch block, as the next
+/// one.
+std::int32_t currentNumber() noexcept;
 [[noreturn]] void reportAndRaise(Library& library, std::string_view name);
 /// The same for a destructor, which must not throw: the error ends with its report.
 void reportAndEnd(Library& library, std::string_view name) noexcept;
