@@ -5,11 +5,27 @@
 /// reporter when it first needs them and keeps both for its whole life.
 #pragma once
 
+#include <array>
 #include <memory>
 #include <string>
 #include <string_view>
 
 namespace t_gencvf {
+
+/// What the start-up needs to know of the product.
+struct StartUpNames {
+    /// Where the installation has left the program's folder, below HKEY_LOCAL_MACHINE or HKEY_CLASSES_ROOT.
+    std::string registryKey{};
+    std::string registryValue{};
+    std::string programFolderName{};  ///< the program's folder without its path: "Tavoru"
+
+    std::string appDataSubPath{};     ///< below the data folder of all users: "Tavoru\\"
+    bool appDataIsEssential = false;  ///< the start fails where that folder cannot be made
+
+    // In "Samples\\" of the program's folder
+    std::string sampleJob{};                   ///< tells whether there are samples at all
+    std::array<std::string, 3> sampleFiles{};  ///< are copied: the first always, the others where not empty
+};
 
 /// The host application object: the names and words that stand in the settings files.
 struct Application {
@@ -27,6 +43,8 @@ struct Application {
     // The words for a Boolean in those settings that are written as words
     std::string wordTrue = "True";
     std::string wordFalse = "False";
+
+    StartUpNames startUp{};
 };
 
 /// The host utility object.

@@ -10,7 +10,9 @@ namespace t_gencvf {
 
 /// Program-wide state. Folder paths end in "\".
 struct ProgramState {
-    std::string progPath;     ///< the program's folder
+    std::string progPath;  ///< the program's folder
+    std::string
+        userHomeOverride;     ///< where the user's folder is to be instead of the home; empty: in the home
     std::string listPath;     ///< the folder that takes the list files
     std::string tempPath;     ///< the system's temporary folder; the error log stands here
     std::string userINIpath;  ///< the user settings file, with its full path
@@ -20,6 +22,17 @@ struct ProgramState {
     /// Application::programKeyOne and programKeyTwo.
     std::string programValueOne;
     std::string programValueTwo;
+
+    // What depends on machine and user, filled by cStartProcs::SystemConstants
+    bool isWin9x = false;
+    bool isWinNT = false;
+    std::string osVersion;  ///< "Windows NT v6.1 Build 7601"
+    std::string winDir;
+    std::string winSysDir;
+    std::string commonAppData;     ///< application data of all users
+    std::string AllUserDocuments;  ///< documents of all users
+    std::string ThisUsersDocuments;
+    std::string LocalSettingsTemp;  ///< this user's folder for what need not be kept
 
     bool errorLogBrief = false;     ///< error-log lines end with their message
     std::int32_t errorLogCode = 0;  ///< 1 to 45: logged as that power of two; any other value as it is
