@@ -1,12 +1,14 @@
 #include "ratio_table.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <iostream>
-#include <string>
 
 namespace t_genproc::bench {
 namespace {
+
+constexpr const char *kTime = "microseconds", *kRatio = "ratio";
 
 std::string number(double value) {
     std::string text = std::to_string(value < 10 ? std::round(value * 100) / 100 : std::round(value));
@@ -17,11 +19,37 @@ std::string time(double microseconds) {
     return microseconds < 1000 ? number(microseconds) + " µs" : number(microseconds / 1000) + " ms";
 }
 
-}  // namespace
-
 double median(std::vector<double> values) {
     std::ranges::sort(values);
     return (values[(values.size() - 1) / 2] + values[values.size() / 2]) / 2;
+}
+
+double microseconds(const Work& work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - start).count();
+}
+
+void run(benchmark::State& state, const Work& base, const Work& own) {
+    static bool baseFirst = false;
+    std::vector<double> times, ratios;
+    for (auto _ : state) {
+        baseFirst = !baseFirst;
+        const double first = microseconds(baseFirst ? base : own);
+        const double second = microseconds(baseFirst ? own : base);
+        times.push_back(baseFirst ? second : first);
+        ratios.push_back(baseFirst ? second / first : first / second);
+        state.SetIterationTime((first + second) / 1e6);
+    }
+    state.counters[kTime] = median(times);
+    state.counters[kRatio] = median(ratios);
+}
+
+}  // namespace
+
+void compare(const std::string& name, const Work& base, const Work& own) {
+    const auto body = [=](benchmark::State& state) { run(state, base, own); };
+    benchmark::RegisterBenchmark(name.c_str(), body)->UseManualTime();
 }
 
 void RatioTable::ReportRuns(const std::vector<Run>& runs) {

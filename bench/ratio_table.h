@@ -3,18 +3,20 @@
 
 #include <benchmark/benchmark.h>
 
+#include <functional>
 #include <map>
+#include <string>
 #include <vector>
 
 namespace t_genproc::bench {
 
-/// The counters that make a cell: a time in microseconds, and its ratio to another one.
-inline constexpr const char* kTime = "time";
-inline constexpr const char* kRatio = "ratio";
+using Work = std::function<void()>;
 
-double median(std::vector<double> values);
+/// Registers a benchmark `name`, "work/peer", that runs both works by turns, so that what else happens on the
+/// machine meets both alike. Its cell holds the time of `own`, and its ratio to that of `base`.
+void compare(const std::string& name, const Work& base, const Work& own);
 
-/// Takes benchmarks named "work/peer", registered row by row. A cell holds the medians of all repetitions
+/// Takes the benchmarks that compare has registered, row by row. A cell holds the medians of all repetitions
 /// and, in brackets, the smallest and the largest ratio.
 class RatioTable : public benchmark::BenchmarkReporter {
    public:

@@ -2,8 +2,6 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <chrono>
-#include <functional>
 #include <iostream>
 #include <stdexcept>
 
@@ -17,37 +15,11 @@ namespace {
 constexpr double kMiddle = 0.5, kLast = 1;  // where in a text a key stands
 constexpr std::size_t kCopies = 12;         // more files than any peer keeps in memory
 
-using Work = std::function<void()>;
 using Works = std::vector<Work>;  // the same work by each of the peers
-
-double microseconds(const Work& work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - start).count();
-}
-
-/// Both works by turns, so that what else happens on the machine meets both alike.
-void compare(benchmark::State& state, const Work& base, const Work& own) {
-    static bool baseFirst = false;
-    std::vector<double> times, ratios;
-    for (auto _ : state) {
-        baseFirst = !baseFirst;
-        const double first = microseconds(baseFirst ? base : own);
-        const double second = microseconds(baseFirst ? own : base);
-        times.push_back(baseFirst ? second : first);
-        ratios.push_back(baseFirst ? second / first : first / second);
-        state.SetIterationTime((first + second) / 1e6);
-    }
-    state.counters[kTime] = median(times);
-    state.counters[kRatio] = median(ratios);
-}
 
 /// Compares each peer with `base`, which does the same as the first one.
 void add(const std::string& name, const Work& base, const Works& works) {
-    for (std::size_t i = 0; i < works.size(); ++i) {
-        const auto run = [=, own = works[i]](benchmark::State& state) { compare(state, base, own); };
-        benchmark::RegisterBenchmark((name + "/" + peers()[i].name).c_str(), run)->UseManualTime();
-    }
+    for (std::size_t i = 0; i < works.size(); ++i) compare(name + "/" + peers()[i].name, base, works[i]);
 }
 
 /// A peer that does not do its work is not worth measuring.

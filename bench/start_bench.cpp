@@ -1,0 +1,96 @@
+/// A start with everything in place, beside the questions to the system that it cannot do without.
+#include <sys/stat.h>
+
+#include <cstdlib>
+#include <iostream>
+
+#include "folder.h"
+#include "frame/library.h"
+#include "platform/file_system.h"
+#include "platform/portable/portable_platform.h"
+#include "ratio_table.h"
+#include "startup/cStartProcs.h"
+
+namespace t_genproc::bench {
+namespace {
+
+constexpr const char* kUser = "Surveyor";
+
+class Host : public t_gencvf::Host {
+   public:
+    explicit Host(const Platform& platform) : platform_(platform) {
+        names_.startUp.appDataSubPath = "Tavoru\\";
+    }
+    const t_gencvf::Application& application() override { return names_; }
+    std::unique_ptr<t_gencvf::Utility> createUtility() override {
+        return std::make_unique<Utility>(platform_);
+    }
+    std::unique_ptr<t_gencvf::ErrorReporter> createErrorReporter() override { return nullptr; }
+
+   private:
+    struct Utility : t_gencvf::Utility {
+        explicit Utility(const Platform& of) : platform(of) {}
+        bool FolderExists(std::string_view folder) override {
+            return folderExists(*platform.files, std::string(folder));
+        }
+        double Now() override { return 0; }
+        const Platform& platform;
+    };
+
+    const Platform& platform_;
+    t_gencvf::Application names_;
+};
+
+/// One status for each folder, as often as the start asks for it, and one for the marker file of the trace.
+void askBare(const std::string& drive) {
+    static const std::string user = drive + "/Users/" + kUser, local = user + "/AppData/Local";
+    static const std::string asked[] = {drive + "/Windows",
+                                        drive + "/Windows/System32",
+                                        local + "/Temp",
+                                        drive + "/ProgramData",
+                                        drive + "/Users/Public/Documents",
+                                        user + "/Documents",
+                                        local,
+                                        local,
+                                        local + "/TestFile - SystemConstants.txt",
+                                        local + "/Temp",
+                                        local + "/Temp",
+                                        drive + "/ProgramData/Tavoru",
+                                        user + "/Tavoru",
+                                        user + "/Tavoru/Data",
+                                        user + "/Tavoru/List"};
+    struct stat status {};
+    for (const std::string& path : asked) benchmark::DoNotOptimize(::stat(path.c_str(), &status));
+}
+
+}  // namespace
+}  // namespace t_genproc::bench
+
+int main(int argc, char** argv) {
+    using namespace t_genproc;
+    using namespace t_genproc::bench;
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+    const Folder folder;
+    const std::string drive = folder.file("drive_c");
+    Platform platform = portablePlatform({.driveC = drive, .userName = kUser});
+    bench::Host host(platform);
+    Library library(host, platform);
+    cStartProcs startProcs(library);
+    t_gencvf::ProgramState prog;
+    bool warning = false;
+    const auto start = [&] {
+        startProcs.SystemConstants(prog, std::string("C:\\Users\\") + kUser + "\\", warning);
+    };
+    start();
+    if (warning || !std::filesystem::exists(drive + "/Users/Surveyor/Tavoru/List")) std::abort();
+    if (std::getenv("T_GENPROC_ONE_START") != nullptr) return start(), 0;  // to count its calls with strace
+
+    compare(
+        "start/system calls alone", [&] { askBare(drive); }, [&] { askBare(drive); });
+    compare(
+        "start/SystemConstants", [&] { askBare(drive); }, start);
+    std::cout << "| | system calls alone | SystemConstants |\n|---|---|---|\n";
+    RatioTable table;
+    benchmark::RunSpecifiedBenchmarks(&table);
+}
