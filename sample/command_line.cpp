@@ -8,9 +8,24 @@
 namespace tavoru {
 namespace {
 
-/// The words of a usage text in capitals are arguments: "N", "[VALUE]".
+/// The words of a usage text in capitals or brackets are arguments: "N", "[VALUE]", "[--trace]", "WORD...".
 bool isArgument(const std::string& word) {
-    return word.find_first_of("abcdefghijklmnopqrstuvwxyz") == std::string::npos;
+    return word.front() == '[' || word.find_first_of("abcdefghijklmnopqrstuvwxyz") == std::string::npos;
+}
+
+void addArgument(CLI::App& command, std::string word, Arguments& arguments) {
+    if (word.ends_with("...")) {
+        command.prefix_command()->fallthrough(false);  // all words from here on, with options of their own
+        return;
+    }
+    const bool optional = word.front() == '[';
+    if (optional) word = word.substr(1, word.size() - 2);
+    std::string& argument = arguments.emplace_back();
+    if (word.starts_with("--")) {
+        command.add_flag(word, argument);
+    } else {
+        command.add_option(word, argument)->required(!optional);
+    }
 }
 
 /// Adds the command's words as subcommands within one another, its arguments to the last. Gives the last.
@@ -21,9 +36,7 @@ CLI::App* addCommand(CLI::App& program, std::map<std::string, CLI::App*>& known,
     std::string path;
     for (std::string word; usage >> word;) {
         if (isArgument(word)) {
-            const bool optional = word.front() == '[';
-            if (optional) word = word.substr(1, word.size() - 2);
-            app->add_option(word, arguments.emplace_back())->required(!optional);
+            addArgument(*app, word, arguments);
         } else {
             CLI::App*& next = known[path += word + " "];
             if (next == nullptr) next = app->add_subcommand(word)->fallthrough()->require_subcommand(1);
@@ -62,6 +75,7 @@ Choice readCommandLine(std::span<const Command> commands, int argc, const char* 
     const CLI::App* chosen = &program;
     while (!chosen->get_subcommands().empty()) chosen = chosen->get_subcommands().front();
     const std::size_t command = commandOf.at(chosen);
+    for (const std::string& word : chosen->remaining()) arguments[command].push_back(word);
     return {&commands[command],
             arguments[command],
             {std::filesystem::absolute(drive), std::filesystem::absolute(samples)}};
@@ -80,7 +94,7 @@ std::string helpText(std::span<const Command> commands) {
     for (const Command& command : commands) row(command.usage, command.help);
     text << "\nOptions:\n";
     row("--drive DIR", "The folder to use as the drive (build/drive)");
-    row("--samples DIR", "The jobs that a new drive starts with (sample/data)");
+    row("--samples DIR", "The files that a new drive starts with (sample/data)");
     row("--help", "This text");
     return text.str();
 }

@@ -19,7 +19,8 @@ int fail(int exitCode, std::string message) {
 
 std::vector<tavoru::Command> allCommands() {
     std::vector<tavoru::Command> all;
-    for (const auto group : {tavoru::sessionCommands(), tavoru::jobCommands(), tavoru::settingsCommands()}) {
+    for (const auto group : {tavoru::sessionCommands(), tavoru::jobCommands(), tavoru::settingsCommands(),
+                             tavoru::systemCommands()}) {
         all.insert(all.end(), group.begin(), group.end());
     }
     return all;

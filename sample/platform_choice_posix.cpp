@@ -6,6 +6,8 @@ namespace tavoru {
 Drive openDrive(const std::filesystem::path& folder) {
     t_genproc::PortableOptions options;
     options.driveC = folder.string();
+    options.userName = "Surveyor";
+    options.canAnswer = [] { return true; };  // a pipe may answer too; its end takes the default button
     return {t_genproc::portablePlatform(std::move(options)), "C:\\"};
 }
 

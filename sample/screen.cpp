@@ -58,6 +58,22 @@ Lines jobLines(const t_gencvf::JobItem& job, const SurveyJob& survey) {
     };
 }
 
+Lines recordLines(const t_gencvf::ProgramState& prog) {
+    return {
+        "isWin9x             " + std::string(prog.isWin9x ? "True" : "False"),
+        "isWinNT             " + std::string(prog.isWinNT ? "True" : "False"),
+        "osVersion           " + prog.osVersion,
+        "winDir              " + prog.winDir,
+        "winSysDir           " + prog.winSysDir,
+        "tempPath            " + prog.tempPath,
+        "commonAppData       " + prog.commonAppData,
+        "AllUserDocuments    " + prog.AllUserDocuments,
+        "ThisUsersDocuments  " + prog.ThisUsersDocuments,
+        "LocalSettingsTemp   " + prog.LocalSettingsTemp,
+        "progPath            " + prog.progPath,
+    };
+}
+
 Lines menuLines(const Tavoru& tavoru) {
     Lines lines{"File"};
     for (const std::string& caption : tavoru.recentJobs()) lines.push_back("  " + withAccessKey(caption));

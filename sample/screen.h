@@ -19,6 +19,9 @@ Lines inColumns(const Lines& lines);
 /// The file's name, what was surveyed, and how well it closes.
 Lines jobLines(const t_gencvf::JobItem& job, const SurveyJob& survey);
 
+/// What the start has found out about the machine and the user.
+Lines recordLines(const t_gencvf::ProgramState& prog);
+
 /// The recent jobs of the File menu. The access key of an entry, behind its "&", stands in brackets.
 Lines menuLines(const Tavoru& tavoru);
 

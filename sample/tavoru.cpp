@@ -1,18 +1,16 @@
 #include "tavoru.h"
 
-#include <algorithm>
-#include <fstream>
 #include <stdexcept>
 
 #include "frame/recent_jobs_menu.h"
+#include "installation.h"
 #include "office_standards.h"
 #include "platform/file_system.h"
 #include "runtime/errors.h"
+#include "startup/cStartProcs.h"
 
 namespace tavoru {
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr std::string_view kJobExtension = ".job";
 constexpr int kMenuEntries = t_genproc::RecentJobsMenu::kLastEntry + 1;
@@ -24,15 +22,6 @@ t_genproc::ObjectPointer makeMainForm() {
     auto form = std::make_shared<t_gencvf::MemoryObject>();
     form->add("mnuFileRecentJobs", menu);
     return form;
-}
-
-std::vector<fs::path> sampleFiles(const fs::path& folder) {
-    std::vector<fs::path> files;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
-        if (entry.path().extension() == kJobExtension) files.push_back(entry.path());
-    }
-    std::ranges::sort(files);
-    return files;
 }
 
 /// The number that a setting holds; a user may have typed anything into the file.
@@ -55,36 +44,24 @@ Tavoru::Tavoru(const Places& places)
       dataSettings(officeDataSettings()),
       leastSquares(officeLeastSquares()),
       mainForm(makeMainForm()) {
-    prog.progPath = drive.root + "Tavoru\\";
-    prog.progINIpath = prog.progPath + "tavoru.ini";
-    prog.userINIpath = mainPath() + "user.ini";
-    prog.tempPath = drive.root + "Temp\\";
-
-    const bool firstStart = !library.utility().FolderExists(dataPath());
-    const std::vector<fs::path> samples = firstStart ? sampleFiles(places.samples) : std::vector<fs::path>{};
-    makeFolders();
-    bringSampleJobs(samples);
+    start(places);
     restoreSettings();
 }
 
-void Tavoru::makeFolders() {
-    for (const std::string& folder : {prog.progPath, dataPath(), mainPath() + "List\\", prog.tempPath}) {
-        std::int32_t error = 0;
-        if (!procs.CreatePath(folder, true, &error)) {
-            throw std::runtime_error("cannot make the folder " + folder + ": " +
-                                     std::string(t_genproc::errorDescription(error)));
-        }
-    }
-}
+void Tavoru::start(const Places& places) {
+    const t_gencvf::StartUpNames& names = host.application().startUp;
+    prog.progPath = drive.root + "Programs\\" + names.programFolderName + "\\";
+    prog.progINIpath = prog.progPath + "tavoru.ini";
+    prog.userINIpath = mainPath() + "user.ini";
 
-void Tavoru::bringSampleJobs(const std::vector<fs::path>& files) {
-    for (const fs::path& file : files) {
-        std::ifstream from(file);
-        std::int16_t fileNo = library.files().freeFile();
-        procs.OpenFileForOutput(fileNo, dataPath() + file.filename().string());
-        for (std::string line; std::getline(from, line);) library.files().printLine(fileNo, line);
-        procs.CloseFile(fileNo);
+    if (!library.utility().FolderExists(prog.progPath)) {
+        install(library, prog.progPath, filesIn(places.samples / "Samples"));
     }
+    const bool hasData = library.utility().FolderExists(dataPath());
+    bool placedElsewhere = false;
+    t_genproc::cStartProcs(library).SystemConstants(prog, homePath(), placedElsewhere);
+    if (placedElsewhere) throw std::runtime_error("cannot make the folders in " + mainPath());
+    if (!hasData) bringFiles(library, filesIn(places.samples), dataPath());
 }
 
 void Tavoru::restoreSettings() {

@@ -21,15 +21,15 @@ namespace tavoru {
 
 using Lines = std::vector<std::string>;
 
-/// Where the application keeps its files and finds the jobs that a new user starts with. Absolute paths.
+/// Where the application keeps its files, and where a new drive gets its first ones. Absolute paths.
 struct Places {
     std::filesystem::path drive;
-    std::filesystem::path samples;
+    std::filesystem::path samples;  ///< the jobs of the office; in "Samples" what the setup brings
 };
 
 struct Tavoru {
-    /// Makes the folders that are missing, brings the sample jobs into a new data folder and reads the
-    /// settings.
+    /// Installs itself on a new drive, asks the library for its folders, brings the jobs of the office into a
+    /// new data folder and reads the settings.
     explicit Tavoru(const Places& places);
 
     /// Opens a job and puts it on top of the recent jobs. `name` is that of a file in the data folder, with
@@ -49,7 +49,8 @@ struct Tavoru {
     /// All lines of a text file. None: there is no such file, and a message box has said so.
     std::optional<Lines> readFile(const std::string& fileName);
 
-    std::string mainPath() const { return drive.root + "Users\\Surveyor\\Tavoru\\"; }
+    std::string homePath() const { return drive.root + "Users\\Surveyor\\"; }
+    std::string mainPath() const { return homePath() + "Tavoru\\"; }
     std::string dataPath() const { return mainPath() + "Data\\"; }
     std::string logPath() const { return prog.tempPath + "t_eveml"; }
 
@@ -68,8 +69,7 @@ struct Tavoru {
     t_genproc::ObjectPointer mainForm;
 
    private:
-    void makeFolders();
-    void bringSampleJobs(const std::vector<std::filesystem::path>& files);
+    void start(const Places& places);
     void restoreSettings();
     t_gencvf::JobItem findJob(const std::string& name);
     void saveRecentJobs();

@@ -42,6 +42,12 @@ class TavoruHost : public t_gencvf::Host {
         .settingsSection = "Recent jobs",
         .programKeyOne = "Language",
         .programKeyTwo = "Units",
+        .startUp = {.registryKey = "Software\\Tavoru",
+                    .registryValue = "ProgramFolder",
+                    .programFolderName = "Tavoru Survey",
+                    .appDataSubPath = "Tavoru\\",
+                    .sampleJob = "tSampleJob.job",
+                    .sampleFiles = {"tSampleJob.job", "tSampleNotes.txt", "tSamplePoints.csv"}},
     };
 };
 

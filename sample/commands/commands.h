@@ -10,7 +10,8 @@
 
 namespace tavoru {
 
-/// As many as the command's usage names; one that was left out is empty.
+/// As many as the command's usage names; one that was left out is empty, a flag that was given is "true".
+/// Where the usage ends in "...", all words that were given.
 using Arguments = std::vector<std::string>;
 
 struct Command {
@@ -29,5 +30,6 @@ struct WrongUse : std::runtime_error {
 std::span<const Command> sessionCommands();   // commands/session.cpp
 std::span<const Command> jobCommands();       // commands/jobs.cpp
 std::span<const Command> settingsCommands();  // commands/settings.cpp
+std::span<const Command> systemCommands();    // commands/system.cpp
 
 }  // namespace tavoru

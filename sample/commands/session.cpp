@@ -5,6 +5,8 @@
 
 #include "commands/commands.h"
 #include "frame/GenUtil.h"
+#include "listing.h"
+#include "os/cAPIprocs.h"
 #include "runtime/errors.h"
 #include "screen.h"
 
@@ -67,16 +69,61 @@ void showFailure(Tavoru& tavoru, Action action) {
 
 // ---- The chapters
 
-void firstStart(const Tavoru& tavoru, const fs::path& drive) {
+/// The folders below `folder`, or the files there with their lengths.
+Lines driveLines(const Tavoru& tavoru, const std::string& folder, bool folders) {
+    Lines lines;
+    for (const Listed& entry : listing(*tavoru.drive.platform.files, folder)) {
+        if (entry.isFolder() != folders) continue;
+        lines.push_back(entry.path + (folders ? "" : "  " + std::to_string(entry.size) + " bytes"));
+    }
+    return lines;
+}
+
+void installation(Tavoru& tavoru, const fs::path& drive) {
+    heading("The installation");
+    tell("The drive is new: the folder " + drive.string() + R"(. The setup makes the program's folder, with
+         a sample job in it, and enters it in the registry.)");
+    show(driveLines(tavoru, tavoru.prog.progPath + "Samples\\", false));
+    const t_gencvf::StartUpNames& names = tavoru.host.application().startUp;
+    t_genproc::cAPIprocs system(tavoru.library);
+    for (const auto& [root, name] : {std::pair(t_genproc::RootKey::LocalMachine, "HKEY_LOCAL_MACHINE\\"),
+                                     std::pair(t_genproc::RootKey::ClassesRoot, "HKEY_CLASSES_ROOT\\")}) {
+        const std::string value = system.GetRegString(root, names.registryKey, names.registryValue, "");
+        if (!value.empty()) show({name + names.registryKey + ", " + names.registryValue, "  " + value});
+    }
+}
+
+void firstStart(Tavoru& tavoru) {
     heading("The first start");
-    tell("The drive is new: the folder " + drive.string() + R"(. Tavoru makes its own folders on it, brings
-         six sample jobs, and starts with the standards of the office.)");
+    tell(R"(Tavoru asks the library for what depends on the machine and the user, and it fills the members of
+         the program's record. On Windows these folders are the user's real ones, elsewhere they are on the
+         drive.)");
+    show(recordLines(tavoru.prog));
+    tell("These folders are on the drive now.");
+    show(driveLines(tavoru, tavoru.drive.root, true));
+    tell(R"(The data folder is new, so the library has copied the sample job with its two companions. Tavoru
+         itself has brought the six jobs of the office.)");
+    show(driveLines(tavoru, tavoru.dataPath(), false));
+    tell("The surveyor adds a line of their own to the notes of the sample job.");
+    const std::int16_t fileNo = tavoru.library.files().freeFile();
+    tavoru.library.files().openForAppend(fileNo, tavoru.dataPath() + "tSampleNotes.txt");
+    tavoru.library.files().printLine(fileNo, "Peg A3 leans a little.");
+    tavoru.library.files().close(fileNo);
+}
+
+void secondStart(const Places& places) {
+    heading("The second start");
+    const Drive drive = openDrive(places.drive);
+    const std::vector<Listed> before = listing(*drive.platform.files, drive.root);
+    const Tavoru tavoru(places);
+    const std::vector<Listed> after = listing(*drive.platform.files, drive.root);
+    const auto isOld = [&](const Listed& entry) { return std::ranges::find(before, entry) != before.end(); };
+    tell(R"(Tavoru starts once more. Its folders are there, so the library makes none and copies nothing, and
+         the surveyor's line in the notes stays.)");
     show({
-        "the program           " + tavoru.prog.progPath,
-        "the surveyor's own    " + tavoru.mainPath(),
-        "the jobs              " + tavoru.dataPath(),
-        "the list files        " + tavoru.prog.listPath,
-        "the error log         " + tavoru.prog.tempPath,
+        "folders and files on the drive before it   " + std::to_string(before.size()),
+        "after it                                   " + std::to_string(after.size()),
+        "with the same name, length and time        " + std::to_string(std::ranges::count_if(after, isOld)),
     });
 }
 
@@ -150,7 +197,7 @@ void noteFailure(Tavoru& tavoru) {
     const std::string code = std::to_string(static_cast<std::uint32_t>(opened.error));
     t_genproc::GenUtil::WriteDLLerror(tavoru.library, "Error in CreateFileA, " + geoidFile + ": code " + code,
                                       tavoru.prog);
-    show(tavoru.readFile(tavoru.logPath()).value());
+    show({tavoru.readFile(tavoru.logPath()).value().back()});
 }
 
 void raiseErrors(Tavoru& tavoru) {
@@ -175,32 +222,42 @@ void nextMorning(const Places& places) {
     Tavoru tavoru(places);
     const std::string lastJob = tavoru.job.jobName + tavoru.job.jobExtension;
     tell("Tavoru starts again. The settings name " + lastJob +
-         R"( as the last job, so it is opened once more, and
-         the menu is as the surveyor left it.)");
+         R"( as the last job, so it is opened once more, and the menu is as the surveyor left it.)");
     open(tavoru, lastJob);
+    tell("At the end of this day Tavoru writes its settings back, " + std::to_string(tavoru.saveSettings()) +
+         " of them into the program's file, and shuts down.");
     tell("Now it is your turn: the drive stays as it is.");
-    show({"./run open Dam", "./run recent remove 1", "./run settings", "./run --help"});
+    show({"./run open Dam", "./run start --trace", "./run folders", "./run --help"});
 }
+
+/// What Tavoru and the library's portable adapters make on a drive.
+constexpr const char* kOnTheDrive[] = {
+    "Programs", "ProgramData", "Program Files", "Program Files (x86)", "Users", "Windows",
+};
 
 /// Empties the drive, unless it is one that Tavoru has not made.
 void makeDriveAfresh(const fs::path& drive) {
-    if (!fs::exists(drive)) return;
+    if (!fs::exists(drive) || fs::is_empty(drive)) return;
     const auto isOurs = [](const fs::directory_entry& entry) {
-        const fs::path name = entry.path().filename();
-        return name == "Tavoru" || name == "Users" || name == "Temp";
+        return std::ranges::find(kOnTheDrive, entry.path().filename()) != std::end(kOnTheDrive);
     };
-    const bool onlyOurs = std::all_of(fs::directory_iterator(drive), fs::directory_iterator(), isOurs);
-    if (!onlyOurs || (!fs::is_empty(drive) && !fs::exists(drive / "Tavoru"))) {
+    if (!fs::exists(drive / "Programs" / "Tavoru Survey") ||
+        !std::all_of(fs::directory_iterator(drive), fs::directory_iterator(), isOurs)) {
         throw std::runtime_error(drive.string() + " holds other files: the session needs a drive of its own");
     }
-    for (const char* name : {"Tavoru", "Users", "Temp"}) fs::remove_all(drive / name);
+    for (const char* name : kOnTheDrive) fs::remove_all(drive / name);
 }
 
 int session(const Places& places, const Arguments& /*arguments*/) {
     makeDriveAfresh(places.drive);
     {
         Tavoru tavoru(places);
-        firstStart(tavoru, places.drive);
+        installation(tavoru, places.drive);
+        firstStart(tavoru);
+    }
+    secondStart(places);
+    {
+        Tavoru tavoru(places);
         openJobs(tavoru);
         tidyMenu(tavoru);
         chooseListFolder(tavoru);

@@ -44,14 +44,59 @@ TEST_F(SampleHost, TellsASessionAndRemembersIt) {
     EXPECT_TRUE(jobs.ends_with("[5]  C:\\Users\\Surveyor\\Tavoru\\Data\\Harbour.job\n\n\n")) << jobs;
     EXPECT_THAT(out_, ContainsRegex("[0-9-]{10}  [0-9:]{8} : Error in [^\n]* 2 \\[16\\]\n"));
 
+    const std::regex sameDrive("drive before it +([0-9]+)\n.*after it +\\1\n.* time +\\1\n");
+    EXPECT_TRUE(std::regex_search(out_, sameDrive)) << out_;
+
     ASSERT_EQ(run("open quarry"), 0) << err_;
     ASSERT_EQ(run("recent"), 0) << err_;
     EXPECT_THAT(out_, ContainsRegex("  \\[1\\]  [^\n]*Quarry.job\n  \\[2\\]  [^\n]*Church.job\n"));
 }
 
+TEST_F(SampleHost, StartsAndShowsTheSystem) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"start", R"(tempPath +C:\\Users\\Surveyor\\AppData\\Local\\Temp\\)"},
+        {"folders", R"(PERSONAL +C:\\Users\\Surveyor\\Documents\\.*10  CSIDL_BITBUCKET +virtual)"},
+        {R"(registry get 'HKEY_LOCAL_MACHINE\Software\Tavoru' programfolder)",
+         R"(^C:\\Programs\\Tavoru Survey\\.$)"},
+        {R"(registry set 'HKLM\Software\Classes\Desk' Colour 'dark green')", "^$"},
+        {R"(registry get 'hkcr\Desk' Colour)", "^dark green\n$"},
+        {"launch sh -c 'echo first; sleep 0.5'", "^first\nThe result is 0, after [0-9]{3,} ms; .* [1-9]"},
+        {R"(dates 'C:\Users\Surveyor\Tavoru\Data\Dam.job')", "last write .*-[A-Z][a-z]{2}-20[0-9]{2}\n$"},
+        {R"(recycle 'C:\Users\Surveyor\Tavoru\Data\Dam.job')", "^$"},
+        {"environment COLOUR", "^dark blue\n$"},
+        {"environment", "(^|\n)COLOUR=dark blue\n"},
+        {"sysinfo", "^Windows NT v[0-9.]+ Build [0-9]+\n[0-9]{3,} MB"},
+        {"start --trace <answer", R"(\*\*\* START - .*4b - .*\*\*\* END)"},
+    };
+    std::ofstream(folder_ / "answer") << "yes\n";
+    ::setenv("COLOUR", "dark blue", 1);
+    ::setenv("XDG_DATA_HOME", folder_.c_str(), 1);  // for the recycle bin
+    for (const auto& [words, output] : cases) {
+        EXPECT_EQ(run(words), 0) << words << err_;
+        EXPECT_THAT(out_, ContainsRegex(output)) << words;
+    }
+    EXPECT_FALSE(fs::exists(folder_ / "drive/Users/Surveyor/Tavoru/Data/Dam.job"));
+    EXPECT_TRUE(fs::exists(folder_ / "Trash/files/Dam.job"));
+    EXPECT_FALSE(fs::exists(folder_ / "drive/Users/Surveyor/AppData/Local/TestFile - SystemConstants.txt"));
+}
+
 TEST_F(SampleHost, AnswersWrongUseAndFailuresInOneLine) {
-    for (const std::string use : {"paint", "setting get General", "recent remove 6", "recent remove 5"}) {
-        EXPECT_EQ(run(use), use == "recent remove 5" ? 1 : 2) << use;
+    const std::pair<std::string, int> uses[] = {
+        {"paint", 2},
+        {"setting get General", 2},
+        {"recent remove 6", 2},
+        {"recent remove 5", 1},
+        {"start --quickly", 2},
+        {"launch", 2},
+        {"launch nosuch", 1},
+        {"dates 'C:\\no'", 1},
+        {"registry get HKXX Name", 2},
+        {"registry get HKCU Name", 1},
+        {"recycle 'C:\\n'", 1},
+        {"environment NO_SUCH", 1},
+    };
+    for (const auto& [use, exitCode] : uses) {
+        EXPECT_EQ(run(use), exitCode) << use;
         EXPECT_THAT(err_, testing::MatchesRegex("tavoru: [^\n]+\n")) << use;
         EXPECT_EQ(out_, "") << use;
     }
