@@ -215,6 +215,7 @@ TEST_F(StartTest, TellWhatHappensToTheSamples) {
     answer = MessageAnswer::Yes;
     for (const auto& [name, prepare, line] : rows) {
         const t_gencvf::StartUpNames kept = names.startUp;
+        changeFolder(*system.platform.folders, path(""));  // the current folder cannot be removed everywhere
         std::filesystem::remove_all(system.onDisk("Home"));
         makeFolder(*system.platform.folders, path("Home"));
         system.write(path("Local\\" + kMarker), "RECORD\r\n");
