@@ -66,9 +66,11 @@ bool exists(const std::string& path) {
 
 /// `path` with every part below its first `rootLength` bytes spelled as it exists.
 std::string spelledAsItExists(const std::string& path, std::size_t rootLength) {
-    if (exists(path)) return path;
-    std::string found = path.substr(0, rootLength);
-    for (std::size_t start = rootLength; start < path.size();) {
+    std::size_t start =
+        path.size();  // what is ahead of it exists as it is spelled: mostly all but the last part
+    while (start > rootLength && !exists(path.substr(0, start))) start = path.rfind('/', start - 1);
+    std::string found = path.substr(0, start);
+    while (start < path.size()) {
         const std::size_t end = std::min(path.find('/', start + 1), path.size());
         const std::string part = path.substr(start, end - start);  // "/" and a name
         if (exists(found + part)) {

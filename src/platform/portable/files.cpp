@@ -93,10 +93,13 @@ class PortableFiles : public Files {
 
     /// Most files stand under exactly the name that is asked for.
     Outcome<FileAttributes> GetFileAttributesExA(const std::string& fileName) override {
-        const Outcome<FileAttributes> found = attributesAt(drives_->exactPath(fileName));
+        const Outcome<std::string> exact = drives_->exactPath(fileName);
+        const Outcome<FileAttributes> found = attributesAt(exact);
         const bool isMissing =
             found.error == SystemError::FileNotFound || found.error == SystemError::PathNotFound;
-        return isMissing ? attributesAt(drives_->actualPath(fileName)) : found;
+        if (!exact || !isMissing) return found;
+        const Outcome<std::string> actual = drives_->actualPath(fileName);
+        return actual.value == exact.value ? found : attributesAt(actual);
     }
 
     SystemError CopyFileA(const std::string& from, const std::string& to) override {
