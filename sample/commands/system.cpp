@@ -3,6 +3,7 @@
 #include <chrono>
 #include <iomanip>
 #include <iostream>
+#include <optional>
 
 #include "commands/commands.h"
 #include "os/cAPIprocs.h"
@@ -20,29 +21,43 @@ constexpr float kWindowsVersion = 10;
 
 // ---- start
 
-/// Lays the file that asks the library for a trace where the library looks for it. Gives its name.
-std::string askForTrace(const Places& places) {
-    Drive drive = openDrive(places.drive);
-    TavoruHost host(drive.platform);
-    t_genproc::Library library(host, drive.platform);
-    const std::string folder =
-        cAPIprocs(library).GetSpecialFolder(t_genproc::SpecialFolder::LocalAppData, kWindowsVersion);
-    std::string fileName = folder + "TestFile - SystemConstants.txt";
-    const std::int16_t fileNo = library.files().freeFile();
-    library.files().openForOutput(fileNo, fileName);
-    library.files().printLine(fileNo, "RECORD");
-    library.files().close(fileNo);
-    return fileName;
-}
+/// A file that asks the library for a trace, where the library looks for it; there until the end of this
+/// object.
+class TraceRequest {
+   public:
+    explicit TraceRequest(const Places& places) : drive_(openDrive(places.drive)) {
+        TavoruHost host(drive_.platform);
+        t_genproc::Library library(host, drive_.platform);
+        fileName_ =
+            cAPIprocs(library).GetSpecialFolder(t_genproc::SpecialFolder::LocalAppData, kWindowsVersion) +
+            "TestFile - SystemConstants.txt";
+        if (t_genproc::cGenProcs(library).FileExist(fileName_)) {
+            throw std::runtime_error("there is a trace already: " + fileName_);
+        }
+        const std::int16_t fileNo = library.files().freeFile();
+        library.files().openForOutput(fileNo, fileName_);
+        library.files().printLine(fileNo, "RECORD");
+        library.files().close(fileNo);
+    }
+    TraceRequest(const TraceRequest&) = delete;
+    TraceRequest& operator=(const TraceRequest&) = delete;
+    ~TraceRequest() { drive_.platform.files->DeleteFileA(fileName_); }
+
+    const std::string& fileName() const { return fileName_; }
+
+   private:
+    Drive drive_;
+    std::string fileName_;
+};
 
 int start(const Places& places, const Arguments& arguments) {
-    const std::string traceFile = arguments[0].empty() ? "" : askForTrace(places);
+    std::optional<TraceRequest> request;
+    if (!arguments[0].empty()) request.emplace(places);
     Tavoru tavoru(places);
     print(recordLines(tavoru.prog));
-    if (!traceFile.empty() && tavoru.procs.FileExist(traceFile)) {  // the answer No deletes it
+    if (request && tavoru.procs.FileExist(request->fileName())) {  // the answer No deletes it
         print({""});
-        print(tavoru.readFile(traceFile).value());
-        tavoru.drive.platform.files->DeleteFileA(traceFile);
+        print(tavoru.readFile(request->fileName()).value());
     }
     return 0;
 }
@@ -135,13 +150,24 @@ class PumpCounter : public t_genproc::WindowsAndMessages {
     int count_ = 0;
 };
 
-/// The words as one line; of several, those with blanks in quotes.
-std::string commandLine(const Arguments& words) {
-    std::string line;
-    for (const std::string& word : words) {
-        const bool quoted = words.size() > 1 && word.find(' ') != std::string::npos;
-        line += (line.empty() ? "" : " ") + (quoted ? '"' + word + '"' : word);
+/// `word` as a program's reading of its command line gives it back.
+std::string quoted(const std::string& word) {
+    if (!word.empty() && word.find_first_of(" \t\"") == std::string::npos) return word;
+    std::string text = "\"";
+    for (std::size_t i = 0; i <= word.size(); ++i) {
+        const bool aheadOfQuote = i == word.size() || word[i] == '"';
+        if (aheadOfQuote) text.append(text.size() - text.find_last_not_of('\\') - 1, '\\');
+        if (i < word.size() && aheadOfQuote) text += '\\';
+        if (i < word.size()) text += word[i];
     }
+    return text + '"';
+}
+
+/// One word is the whole line; several are quoted where that is needed.
+std::string commandLine(const Arguments& words) {
+    if (words.size() == 1) return words.front();
+    std::string line;
+    for (const std::string& word : words) line += (line.empty() ? "" : " ") + quoted(word);
     return line;
 }
 

@@ -71,7 +71,7 @@ class cAPIprocs {
     // ---- Files and the system's folders. Folder paths end in "\".
 
     /// Moves a file to the recycle bin; True on success. A file that the bin does not take stays where it
-    /// is; Windows deletes it where it is on a drive without a bin.
+    /// is; on a drive without a bin, Windows deletes it. Wild cards are refused.
     bool FileToRecycleBin(const std::string& fileToDelete);
 
     std::string GetWindowsSysDir();

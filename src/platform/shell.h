@@ -39,7 +39,8 @@ class Shell {
     virtual ~Shell() = default;
 
     /// Does `operation` to the file or folder `from`; `to` is the target of those that have one. Delete with
-    /// AllowUndo moves it to the recycle bin. Non-zero, and the file as it was, where that fails.
+    /// AllowUndo moves it to the recycle bin. Non-zero, and the file as it was, where that fails. Wild cards
+    /// are refused. (Windows deletes a file that is on a drive without a recycle bin.)
     virtual int SHFileOperationA(std::uint32_t operation, const std::string& from, const std::string& to,
                                  std::uint16_t flags) = 0;
 

@@ -40,8 +40,8 @@ class SystemInformation {
     /// The physical memory in bytes.
     virtual std::uint64_t GlobalMemoryStatus() = 0;
 
-    /// Folders that exist. `size` counts characters, a terminating zero among them. Of these three only
-    /// GetTempPathA gives a "\" at the end.
+    /// Folders that exist, made where they can be. `size` counts characters, a terminating zero among them.
+    /// Of these three only GetTempPathA gives a "\" at the end.
     virtual CountedText GetSystemDirectoryA(std::size_t size) = 0;
     virtual CountedText GetWindowsDirectoryA(std::size_t size) = 0;
     virtual CountedText GetTempPathA(std::size_t size) = 0;

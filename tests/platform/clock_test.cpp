@@ -12,6 +12,7 @@ constexpr std::uint64_t kTooLate = std::uint64_t{1} << 63;
 
 TEST(ClockTest, TellsTimes) {
     test::setVariable("TZ", "XYZ-5:30");
+    test::setVariable("LC_ALL", "C");
     test::PlatformUnderTest system;
     Clock& clock = *system.platform.clock;
     const std::pair<std::uint64_t, SystemTime> rows[] = {

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <pty.h>
 #include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -70,6 +71,21 @@ TEST_F(PortableProcessesTest, SeeEveryEndAsleep) {
     EXPECT_EQ(::waitid(P_ALL, 0, &info, WEXITED | WNOWAIT), 0);
     processes.CloseHandle(0);  // any call lets the system forget it, though nobody holds its handles
     EXPECT_EQ(::waitid(P_ALL, 0, &info, WEXITED | WNOWAIT), -1);
+}
+
+TEST_F(PortableProcessesTest, OutliveTheTerminal) {
+    int terminal = -1;
+    const pid_t session = ::forkpty(&terminal, nullptr, nullptr, nullptr);
+    if (session == 0) {
+        std::signal(SIGHUP, SIG_IGN);
+        ::_exit(run(R"(sh -c "trap '' HUP; echo; sleep 0.2; echo 1 >out")") == "0 1\n" ? 0 : 1);
+    }
+    char byte = 0;
+    EXPECT_EQ(::read(terminal, &byte, 1), 1);  // by now the program runs
+    ::close(terminal);
+    int status = -1;
+    EXPECT_EQ(::waitpid(session, &status, 0), session);
+    EXPECT_EQ(status, 0);
 }
 
 }  // namespace

@@ -63,6 +63,7 @@ TEST_F(SystemInformationTest, ReadTheEnvironment) {
         EXPECT_TRUE(text::contains(information.GetEnvironmentStringsW(), "T_GENPROC=" + value + '\0'));
     }
     EXPECT_TRUE(information.GetEnvironmentStringsW().ends_with(std::string(2, '\0')));
+    test::setVariable("HOME", system.onDisk("").string());
     EXPECT_TRUE(isFolder(information.GetEnvironmentVariableA("UserProfile", 2047).text));
 }
 

@@ -192,6 +192,24 @@ Check)"),
               std::string::npos);
 }
 
+TEST_F(StartTest, GoOnWhereTheUserMayNotReadOrWrite) {
+    using std::filesystem::perms;
+    const auto marker = system.onDisk("Local") / kMarker;
+    system.write(path("Local\\" + kMarker), "RECORD\r\n");
+    std::filesystem::permissions(marker, perms::none);
+    for (const char* name : {"Home", "Local"}) std::filesystem::permissions(system.onDisk(name), perms(0555));
+    answer = MessageAnswer::Yes;
+    const auto warnedBy = [&](const std::string& box) { return boxes.find(box) != std::string::npos; };
+    const std::optional<bool> went = test::asOrdinaryUser([&] {
+        return start() == "none" && warning &&
+               warnedBy("Test file requires initialisation !!\r\nNo output|") &&
+               warnedBy("Unable to create the folder " + path("Local\\Temp\\"));
+    });
+    EXPECT_TRUE(went.value_or(true));
+    EXPECT_FALSE(exists("Home\\Tavoru"));
+    for (const char* name : {"Home", "Local"}) std::filesystem::permissions(system.onDisk(name), perms(0755));
+}
+
 TEST_F(StartTest, TellWhatHappensToTheSamples) {
     const std::string copied = "a copied successfully to T:\\Home\\Tavoru\\Data\\\n";
     const std::tuple<const char*, std::function<void()>, std::string> rows[] = {

@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 
 #include "platform/platform.h"
 
@@ -55,6 +56,9 @@ bool isLeftOut(const std::string& deviation);
 
 /// Sets a variable of this process, bytes as they are.
 void setVariable(const std::string& name, const std::string& value);
+
+/// What `body` gives in a process of a user without special rights; none where the tests cannot start one.
+std::optional<bool> asOrdinaryUser(const std::function<bool()>& body);
 
 /// The number of the run-time error that `body` raises; 0: none.
 int errorOf(const std::function<void()>& body);

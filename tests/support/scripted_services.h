@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <random>
 
 #include "platform/platform.h"
 
@@ -100,17 +101,17 @@ struct ScriptedProcesses : Processes {
 /// the test says.
 struct TestRegistry : Registry {
     explicit TestRegistry(std::unique_ptr<Registry> of) : real(std::move(of)) {}
-    ~TestRegistry() override { real->SHDeleteKeyA(RootKey::CurrentUser, kBelow); }
+    ~TestRegistry() override { real->SHDeleteKeyA(RootKey::CurrentUser, below); }
 
-    static constexpr const char* kBelow = "Software\\t_genproc test";
+    const std::string below = "Software\\t_genproc test " + std::to_string(std::random_device()());
     std::unique_ptr<Registry> real;
     SystemError onWriting = SystemError::Success;
     SystemError onReading = SystemError::Success;
     SystemError onSetting = SystemError::Success;
     int open = 0;
 
-    static std::string place(RegistryKey root, const std::string& subKey) {
-        return kBelow + ('\\' + std::to_string(root)) + '\\' + subKey;
+    std::string place(RegistryKey root, const std::string& subKey) const {
+        return below + ('\\' + std::to_string(root)) + '\\' + subKey;
     }
     Outcome<RegistryKey> counted(const Outcome<RegistryKey>& key) {
         if (key) ++open;

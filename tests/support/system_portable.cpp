@@ -1,3 +1,6 @@
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <cstdlib>
 
 #include "platform/portable/portable_platform.h"
@@ -21,6 +24,14 @@ void PlatformUnderTest::hide(const std::string&) {}
 
 void setVariable(const std::string& name, const std::string& value) {
     ::setenv(name.c_str(), value.c_str(), 1);
+}
+
+std::optional<bool> asOrdinaryUser(const std::function<bool()>& body) {
+    constexpr uid_t kNobody = 65534;
+    const pid_t process = ::fork();
+    if (process == 0) ::_exit((::getuid() != 0 || ::setuid(kNobody) == 0) && body() ? 0 : 1);
+    int status = -1;
+    return ::waitpid(process, &status, 0) == process && status == 0;
 }
 
 }  // namespace t_genproc::test

@@ -23,4 +23,6 @@ void setVariable(const std::string& name, const std::string& value) {
     ::SetEnvironmentVariableA(name.c_str(), value.c_str());
 }
 
+std::optional<bool> asOrdinaryUser(const std::function<bool()>&) { return std::nullopt; }
+
 }  // namespace t_genproc::test

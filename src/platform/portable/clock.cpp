@@ -76,10 +76,11 @@ class PortableClock final : public Clock {
 
    private:
     std::string format(const char* form, const SystemTime& time) {
+        const bool isDate = time.year >= 1601 && time.year <= 30827 && time.month <= 12 && time.day <= 31;
         const std::chrono::year_month_day date{std::chrono::year(time.year), std::chrono::month(time.month),
                                                std::chrono::day(time.day)};
         const bool isTime = time.hour < 24 && time.minute < 60 && time.second < 60;
-        if (time.year < 1601 || !date.ok() || !isTime) return {};
+        if (!isDate || !date.ok() || !isTime) return {};
         tm fields{};
         fields.tm_year = time.year - 1900;
         fields.tm_mon = time.month - 1;

@@ -1,6 +1,6 @@
 #include "platform/portable/copy_file.h"
 
-#include <sys/sendfile.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
@@ -12,16 +12,25 @@
 namespace t_genproc::portable {
 namespace {
 
-constexpr std::size_t kAtOnce = std::size_t{1} << 30;  // bytes
+constexpr std::size_t kAtOnce = std::size_t{64} * 1024;  // bytes
+
+SystemError copyBytes(int from, int to) {
+    std::string bytes(kAtOnce, '\0');
+    for (;;) {
+        const ssize_t count = ::read(from, bytes.data(), bytes.size());
+        if (count == 0) return SystemError::Success;
+        if (count < 0 && errno != EINTR) return systemError(errno);
+        if (count < 0) continue;
+        const SystemError error = writeAll(to, {bytes.data(), static_cast<std::size_t>(count)});
+        if (error != SystemError::Success) return error;
+    }
+}
 
 /// The bytes, and the time of the last write, which only the owner of a file can set. What the system has
 /// held back may fail at the very end.
 SystemError copy(const Descriptor& source, const struct stat& status, Descriptor target) {
-    ssize_t count = 0;
-    do {
-        count = ::sendfile(target.number(), source.number(), nullptr, kAtOnce);
-    } while (count > 0);
-    if (count < 0) return systemError(errno);
+    const SystemError error = copyBytes(source.number(), target.number());
+    if (error != SystemError::Success) return error;
     const std::array<timespec, 2> times{status.st_atim, status.st_mtim};
     ::futimens(target.number(), times.data());
     return ::close(target.release()) == 0 ? SystemError::Success : systemError(errno);

@@ -76,15 +76,7 @@ class PortableFiles : public Files {
     }
 
     SystemError WriteFile(FileHandle file, std::string_view bytes) override {
-        while (!bytes.empty()) {
-            const ssize_t count = ::write(static_cast<int>(file), bytes.data(), bytes.size());
-            if (count < 0) {
-                if (errno == EINTR) continue;
-                return systemError(errno);
-            }
-            bytes.remove_prefix(static_cast<std::size_t>(count));
-        }
-        return SystemError::Success;
+        return writeAll(static_cast<int>(file), bytes);
     }
 
     SystemError CloseHandle(FileHandle file) override {

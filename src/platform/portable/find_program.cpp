@@ -60,10 +60,12 @@ std::vector<std::string> placesOf(const std::string& name) {
 Outcome<std::string> locate(const DriveMap& drives, const std::string& name) {
     if (name.empty()) return {{}, SystemError::InvalidParameter};
     const std::vector<std::string> places = placesOf(name);
+    const bool hasExtension = name.find('.', name.find_last_of("\\/:") + 1) != std::string::npos;
+    const std::vector<const char*> endings{hasExtension ? std::vector{""} : std::vector{"", ".exe"}};
     SystemError failure = SystemError::Success;
     for (const auto onDisk : {&DriveMap::exactPath, &DriveMap::actualPath}) {
         for (const std::string& place : places) {
-            for (const char* ending : {"", ".exe"}) {
+            for (const char* ending : endings) {
                 Outcome<std::string> location = (drives.*onDisk)(place + ending);
                 if (location) location.error = checkProgram(location.value);
                 if (location) return location;

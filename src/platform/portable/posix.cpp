@@ -43,9 +43,18 @@ SystemError systemError(int errorNumber, const std::string& location) {
     return ::access(folder.c_str(), F_OK) == 0 ? SystemError::FileNotFound : SystemError::PathNotFound;
 }
 
+SystemError writeAll(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
+        if (count < 0 && errno != EINTR) return systemError(errno);
+        if (count > 0) bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return SystemError::Success;
+}
+
 std::string homeFolder() {
     const char* const home = std::getenv("HOME");
-    if (home != nullptr && *home != '\0') return home;
+    if (home != nullptr && *home == '/') return home;
     const passwd* const user = ::getpwuid(::getuid());
     return user == nullptr ? std::string() : user->pw_dir;
 }

@@ -29,6 +29,9 @@ std::string homeFolder();
 /// The folder for the user's data: XDG_DATA_HOME where that is a full path, or ~/.local/share.
 std::string dataFolder();
 
+/// All of `bytes`, or a failure.
+SystemError writeAll(int descriptor, std::string_view bytes);
+
 /// A file descriptor that is closed with its owner.
 class Descriptor {
    public:

@@ -47,6 +47,7 @@ class PortableRegistry : public Registry {
             return registryKey(text, path, registryPath(path, subKey));
         };
         Outcome<std::string> path = find(parent, 0, findKey, forWriting ? Purpose::Change : Purpose::Read);
+        if (path.error == SystemError::WriteProtected) path.error = SystemError::AccessDenied;
         if (!path) return {{}, path.error};
         keys_[++lastKey_] = {std::move(path.value), access};
         return {lastKey_};
@@ -85,8 +86,9 @@ class PortableRegistry : public Registry {
 
     SystemError SHDeleteKeyA(RegistryKey parent, const std::string& subKey) override {
         return change(parent, 0, [&](std::string_view text, std::string_view path) -> Outcome<TextChange> {
+            if (subKey.starts_with('\\')) return {{}, SystemError::BadPathName};
             const std::string doomed = registryPath(path, subKey);
-            if (parent < 0 && doomed == path) return {{}, SystemError::AccessDenied};
+            if (registryKey(kEmptyRegistry, doomed, doomed)) return {{}, SystemError::AccessDenied};
             return withoutKey(text, path, doomed);
         });
     }

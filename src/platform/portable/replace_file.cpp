@@ -282,6 +282,8 @@ SystemError changeFile(const std::string& givenLocation, ReadBuffer& buffer,
         if (!text) return text.error;
         const Outcome<TextChange> change = makeChange(text.value);
         if (!change) return change.error;
+        const std::size_t size = text.value.size() - change.value.length + change.value.replacement.size();
+        if (size > kLongestFile) return SystemError::DiskFull;
 
         if (exists && old.status.st_nlink > 1) return changeInPlace(old, text.value, change.value);
         Replacement replacement(location, old);

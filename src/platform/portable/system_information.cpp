@@ -90,11 +90,13 @@ class PortableSystemInformation final : public SystemInformation {
     }
 
     CountedText GetEnvironmentVariableA(const std::string& name, std::size_t size) override {
-        if (auto value = variable(name))
-            return value->empty() ? CountedText{} : counted(std::move(*value), size);
-        if (!text::equalIgnoringCase(name, "USERPROFILE")) return {};
-        const std::string home = homeFolder();
-        return home.empty() ? CountedText{} : counted(drives_->drivePath(home), size);
+        std::string value;
+        if (!text::equalIgnoringCase(name, "USERPROFILE")) {
+            value = variable(name).value_or("");
+        } else if (const std::string home = homeFolder(); !home.empty()) {
+            value = drives_->drivePath(home);
+        }
+        return value.empty() ? CountedText{} : counted(std::move(value), size);
     }
 
     std::string GetEnvironmentStringsW() override {

@@ -164,8 +164,22 @@ void rename(const fs::path& file, Entry& entry) {
     entry.keep();
 }
 
+struct Copied {
+    fs::path file;
+    struct stat status;  // before the copy
+};
+
+/// A folder changes as its content is removed.
+bool hasChanged(const Copied& original) {
+    const struct stat now = statusOf(original.file);
+    const struct stat& then = original.status;
+    return !S_ISDIR(now.st_mode) &&
+           (now.st_ino != then.st_ino || now.st_size != then.st_size ||
+            now.st_mtim.tv_sec != then.st_mtim.tv_sec || now.st_mtim.tv_nsec != then.st_mtim.tv_nsec);
+}
+
 /// Copies `from`, which is on `device`, and adds to `copied` what there is to remove then, in that order.
-void copyTree(const fs::path& from, const fs::path& to, dev_t device, std::vector<fs::path>& copied) {
+void copyTree(const fs::path& from, const fs::path& to, dev_t device, std::vector<Copied>& copied) {
     const struct stat status = statusOf(from);
     if (S_ISLNK(status.st_mode)) {
         fs::copy_symlink(from, to);
@@ -185,16 +199,17 @@ void copyTree(const fs::path& from, const fs::path& to, dev_t device, std::vecto
     const std::array<timespec, 2> times{status.st_atim, status.st_mtim};
     check(::utimensat(AT_FDCWD, to.c_str(), times.data(), AT_SYMLINK_NOFOLLOW), to);
     if (!S_ISLNK(status.st_mode)) flush(to);
-    copied.push_back(from);
+    copied.push_back({from, status});
 }
 
 void copyAndRemove(const fs::path& file, Entry& entry) {
     check(::access(file.parent_path().c_str(), W_OK | X_OK), file);
-    std::vector<fs::path> copied;
+    std::vector<Copied> copied;
     copyTree(file, entry.place(), deviceOf(file.parent_path()), copied);
     entry.flushNames();
-    for (const fs::path& original : copied) {
-        fs::remove(original);  // a folder that has got something new meanwhile stays
+    for (const Copied& original : copied) {
+        if (hasChanged(original)) fail(original.file, EBUSY);
+        fs::remove(original.file);  // a folder that has got something new meanwhile stays
         entry.keep();
     }
 }
@@ -235,7 +250,8 @@ SystemError moveToTrash(const std::string& location, const std::string& homeTras
     std::error_code error;
     const fs::path folder = fs::canonical(given.parent_path(), error);
     const fs::path file = folder / given.filename();
-    if (error || deviceOf(file) == dev_t{}) return systemError(ENOENT, location);
+    if (error) return systemError(error.value(), location);
+    if (deviceOf(file) == dev_t{}) return systemError(errno, location);
 
     const Trash home{homeTrash};
     const SystemError atHome = put(file, home, rename);

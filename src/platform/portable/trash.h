@@ -1,4 +1,4 @@
-/// The user's trash, as the desktops on freedesktop.org's ground share it (Trash specification, version 1.0).
+/// The user's trash, in the form that desktops share (freedesktop.org, version 1.0).
 #pragma once
 
 #include <string>

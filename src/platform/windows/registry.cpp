@@ -82,8 +82,8 @@ class WindowsRegistry final : public Registry {
     }
 
     Outcome<std::string> RegEnumKeyExA(RegistryKey key, std::uint32_t index) override {
-        std::string name(kMostOfKeyName, '\0');
-        DWORD length = kMostOfKeyName + 1;
+        std::string name(2 * kMostOfKeyName, '\0');  // a character may take two bytes
+        auto length = static_cast<DWORD>(name.size() + 1);
         const LSTATUS status =
             ::RegEnumKeyExA(systemKey(key), index, name.data(), &length, nullptr, nullptr, nullptr, nullptr);
         if (status != ERROR_SUCCESS) return {.error = outcome(status)};
@@ -91,8 +91,8 @@ class WindowsRegistry final : public Registry {
     }
 
     Outcome<std::string> RegEnumValueA(RegistryKey key, std::uint32_t index) override {
-        std::string name(kMostOfValueName, '\0');
-        DWORD length = kMostOfValueName + 1;
+        std::string name(2 * kMostOfValueName, '\0');
+        auto length = static_cast<DWORD>(name.size() + 1);
         const LSTATUS status =
             ::RegEnumValueA(systemKey(key), index, name.data(), &length, nullptr, nullptr, nullptr, nullptr);
         if (status != ERROR_SUCCESS) return {.error = outcome(status)};
