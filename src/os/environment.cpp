@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <bit>
 #include <cstring>
 
 #include "frame/library.h"
@@ -19,7 +20,7 @@ constexpr float kFirstWithPaths = 5.0F;           // the system version; it has 
 template <class Number>
 Number numberAt(std::intptr_t address) {
     Number number{};
-    std::memcpy(&number, reinterpret_cast<const void*>(address), sizeof number);
+    std::memcpy(&number, std::bit_cast<const void*>(address), sizeof number);
     return number;
 }
 

@@ -81,7 +81,7 @@ std::string cAPIprocs::FileDates(const std::string& fiName, std::int16_t mode, b
 
         CivilTime date = civilTime(dateValue(record.value));
         while (date.year < kFirstYear) date.year += 100;
-        const std::string dateText = dayMonthYear(date);
+        std::string dateText = dayMonthYear(date);
         if (!includeTime) return dateText;
         return (shortTime ? hourMinute(date) : clock.GetTimeFormatA(record.value)) + ' ' + dateText;
     });

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <ranges>
 
 namespace t_genproc {
 namespace {
@@ -78,12 +77,13 @@ char32_t upperCase(char32_t character) {
 
 char32_t lowerCase(char32_t character) {
     if (character < 0x80) return character >= U'A' && character <= U'Z' ? character + 32 : character;
-    for (const SmallLetters& letters : kSmallLetters | std::views::reverse) {  // "σ" ahead of "ς"
+    char32_t found = character;
+    for (const SmallLetters& letters : kSmallLetters) {
         const char32_t small = character - static_cast<char32_t>(letters.toCapital);
         const bool inRange = small >= letters.first && small <= letters.last;
-        if (inRange && (small - letters.first) % letters.step == 0) return small;
+        if (inRange && (small - letters.first) % letters.step == 0) found = small;  // "σ" stands behind "ς"
     }
-    return character;
+    return found;
 }
 
 }  // namespace t_genproc

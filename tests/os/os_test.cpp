@@ -132,7 +132,8 @@ TEST_F(OsTest, FindSpecialFolders) {
     };
     for (const auto& [identifier, version, expected, calls] : rows) {
         std::string folder;
-        const std::string error = failureOf([&] { folder = api.GetSpecialFolder(identifier, version); });
+        const std::string error =
+            failureOf([&, id = identifier, number = version] { folder = api.GetSpecialFolder(id, number); });
         EXPECT_EQ(folder + boxes + (error == "none" ? "" : error), expected);
         EXPECT_EQ(shell.calls, calls);
         shell.calls = boxes = "";

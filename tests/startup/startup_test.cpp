@@ -62,7 +62,7 @@ Check for changes (zero expected) ...
 /// A machine whose folders are in the folder of the test, which is shown as "T:\".
 struct StartTest : testing::Test, test::TestWorld {
     StartTest() {
-        system.platform.registry.reset(new test::TestRegistry(std::move(system.platform.registry)));
+        system.platform.registry = std::make_unique<test::TestRegistry>(std::move(system.platform.registry));
         system.platform.shell.reset(&shell);
         system.platform.system.reset(&machine);
         system.platform.clock = std::make_unique<test::ScriptedClock>();
