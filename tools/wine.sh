@@ -12,7 +12,9 @@ wine_time_limit=300
 start_wine() {
     export WINEPREFIX WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
     WINEPREFIX=$(realpath --canonicalize-missing "$1")
-    export XDG_DATA_HOME=$WINEPREFIX/data # the place of the recycle bin; without it files are deleted
+    # A home of its own: the user's folders lead there, and the recycle bin, without which files are deleted.
+    [[ -e $WINEPREFIX/home || ! -e $WINEPREFIX/.complete ]] || rm -rf "$WINEPREFIX"
+    export HOME=$WINEPREFIX/home XDG_DATA_HOME=$WINEPREFIX/home/data
     mkdir -p "$XDG_DATA_HOME"
     start_display
     if [[ ! -e $WINEPREFIX/.complete ]]; then
