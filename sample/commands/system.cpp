@@ -26,39 +26,50 @@ constexpr float kWindowsVersion = 10;
 class TraceRequest {
    public:
     explicit TraceRequest(const Places& places) : drive_(openDrive(places.drive)) {
-        TavoruHost host(drive_.platform);
-        t_genproc::Library library(host, drive_.platform);
-        fileName_ =
-            cAPIprocs(library).GetSpecialFolder(t_genproc::SpecialFolder::LocalAppData, kWindowsVersion) +
-            "TestFile - SystemConstants.txt";
-        if (t_genproc::cGenProcs(library).FileExist(fileName_)) {
-            throw std::runtime_error("there is a trace already: " + fileName_);
-        }
-        const std::int16_t fileNo = library.files().freeFile();
-        library.files().openForOutput(fileNo, fileName_);
-        library.files().printLine(fileNo, "RECORD");
-        library.files().close(fileNo);
+        std::string folder =
+            cAPIprocs(library_).GetSpecialFolder(t_genproc::SpecialFolder::LocalAppData, kWindowsVersion);
+        const std::size_t old = folder.find("\\Application Data\\");  // beside which the library looks
+        if (old != std::string::npos) folder.resize(old + 1);
+        fileName_ = folder + "TestFile - SystemConstants.txt";
+        if (exists()) throw std::runtime_error("there is a trace already: " + fileName_);
+        const std::int16_t fileNo = library_.files().freeFile();
+        library_.files().openForOutput(fileNo, fileName_);
+        library_.files().printLine(fileNo, "RECORD");
+        library_.files().close(fileNo);
     }
     TraceRequest(const TraceRequest&) = delete;
     TraceRequest& operator=(const TraceRequest&) = delete;
     ~TraceRequest() { drive_.platform.files->DeleteFileA(fileName_); }
 
-    const std::string& fileName() const { return fileName_; }
+    /// Prints what stands in the file; the answer No has deleted it.
+    void show() {
+        if (!exists()) return;
+        const std::int16_t fileNo = library_.files().freeFile();
+        library_.files().openForInput(fileNo, fileName_);
+        print({""});
+        while (!library_.files().endOfFile(fileNo)) print({library_.files().lineInput(fileNo)});
+        library_.files().close(fileNo);
+    }
 
    private:
+    bool exists() { return t_genproc::cGenProcs(library_).FileExist(fileName_); }
+
     Drive drive_;
+    TavoruHost host_{drive_.platform};
+    t_genproc::Library library_{host_, drive_.platform};
     std::string fileName_;
 };
 
 int start(const Places& places, const Arguments& arguments) {
     std::optional<TraceRequest> request;
     if (!arguments[0].empty()) request.emplace(places);
-    Tavoru tavoru(places);
-    print(recordLines(tavoru.prog));
-    if (request && tavoru.procs.FileExist(request->fileName())) {  // the answer No deletes it
-        print({""});
-        print(tavoru.readFile(request->fileName()).value());
+    try {
+        print(recordLines(Tavoru(places).prog));
+    } catch (...) {
+        if (request) request->show();
+        throw;
     }
+    if (request) request->show();
     return 0;
 }
 

@@ -71,7 +71,8 @@ class cAPIprocs {
     // ---- Files and the system's folders. Folder paths end in "\".
 
     /// Moves a file to the recycle bin; True on success. A file that the bin does not take stays where it
-    /// is; on a drive without a bin, Windows deletes it. Wild cards are refused.
+    /// is; on a drive without a bin, Windows deletes it. Wild cards, and a "\" at the end, are
+    /// refused.
     bool FileToRecycleBin(const std::string& fileToDelete);
 
     std::string GetWindowsSysDir();
@@ -102,8 +103,8 @@ class cAPIprocs {
 
     // ---- Environment and machine
 
-    /// The value of a variable, empty where it is not set. One of more than 2046 characters does not fit:
-    /// 2048 blanks.
+    /// The value of a variable, empty where it is not set. (Elsewhere than on Windows, USERPROFILE is the
+    /// home folder.) One of more than 2046 characters does not fit: 2048 blanks.
     std::string GetEnvStringValue(const std::string& envstr);
 
     /// Entry `idx`, from 1 on, of a block of variables: "name=value". Empty behind the last one. Without a

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace t_genproc {
 
@@ -34,13 +35,22 @@ using ItemIdList = std::intptr_t;
 /// Added to a folder's identifier: make the folder where it is missing.
 inline constexpr std::int32_t kCreateFolder = 0x8000;
 
+/// Whether `path` ends in the name of one thing: in no wild card, nor in "", "." or "..".
+inline bool endsInName(std::string_view path) {
+    const std::string_view name = path.substr(path.find_last_of("\\/:") + 1);
+    return name.find_first_of("*?") == std::string_view::npos &&
+           name.find_first_not_of(". ") != std::string_view::npos;
+}
+
 class Shell {
    public:
     virtual ~Shell() = default;
 
     /// Does `operation` to the file or folder `from`; `to` is the target of those that have one. Delete with
-    /// AllowUndo moves it to the recycle bin. Non-zero, and the file as it was, where that fails. Wild cards
-    /// are refused. (Windows deletes a file that is on a drive without a recycle bin.)
+    /// AllowUndo moves it to the recycle bin. Non-zero, and the file as it was, where that fails. What does
+    /// not end in a name is refused. A folder on another file system that is changed while it is moved may be
+    /// left in part, with all of it in the bin. (Windows deletes a file that is on a drive without a recycle
+    /// bin.)
     virtual int SHFileOperationA(std::uint32_t operation, const std::string& from, const std::string& to,
                                  std::uint16_t flags) = 0;
 

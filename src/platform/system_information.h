@@ -50,8 +50,8 @@ class SystemInformation {
     /// ".tmp". Gives its full name.
     virtual Outcome<std::string> GetTempFileNameA(const std::string& folder, const std::string& prefix) = 0;
 
-    /// A variable of this process, whatever the letter case of its name. `size` as above. USERPROFILE is
-    /// always the user's home folder, as a path with a drive.
+    /// A variable of this process, whatever the letter case of its name. `size` as above. Elsewhere than on
+    /// Windows, USERPROFILE is the user's home folder, as a path with a drive.
     virtual CountedText GetEnvironmentVariableA(const std::string& name, std::size_t size) = 0;
     /// All of them: "name=value" and a zero each, one more zero at the end. Not the call for ANSI text: that
     /// one is a macro, and answers in the code page of the console.

@@ -55,9 +55,9 @@ void StartTrace::begin(const std::string& folder, const std::string& firstLine) 
         MessageStyle::YesNo | MessageStyle::Question | MessageStyle::DefaultButton2;
     const MessageAnswer answer =
         windows.MessageBoxA("Tavoru - Test mode is active - Continue testing ?", kMessageTitle, kQuestion);
-    if (answer != MessageAnswer::Yes) {
-        raiseOnFailure(library_.platform().files->DeleteFileA(fileName));
-    } else if (!open(fileName)) {
+    if (answer == MessageAnswer::No) raiseOnFailure(library_.platform().files->DeleteFileA(fileName));
+    if (answer != MessageAnswer::Yes) return;
+    if (!open(fileName)) {
         windows.MessageBoxA("Test file requires initialisation !!\r\nNo output", kMessageTitle,
                             MessageStyle::Exclamation);
     } else {

@@ -72,7 +72,9 @@ TEST_F(ShellTest, Recycle) {
         EXPECT_EQ(recycle(name), 0) << name;
         EXPECT_EQ(files.GetFileAttributesExA(system.path(name)).error, SystemError::FileNotFound) << name;
     }
-    for (const char* const name : {"file", "none\\file", "a|b"}) EXPECT_NE(recycle(name), 0) << name;
+    for (const char* const name : {"file", "none\\file", "a|b", "", ".", "..", "*", "a\\.."})
+        EXPECT_NE(recycle(name), 0) << name;
+    EXPECT_TRUE(folderExists(files, system.path("")));
 }
 
 }  // namespace

@@ -253,7 +253,7 @@ TEST_F(StartTest, AskBeforeTesting) {
     const std::string box = "Test file requires initialisation !!\r\nNo output|Tavoru procedures|48\n";
     const std::tuple<std::string, MessageAnswer, std::string, bool> rows[] = {
         {"RECORD\r\n", MessageAnswer::No, "none", false},
-        {"RECORD", MessageAnswer::Cancel, "none", false},
+        {"RECORD", MessageAnswer::Cancel, "RECORD", false},
         {"", MessageAnswer::Yes, "", true},
         {"\r\n\n", MessageAnswer::Yes, "\n\n", true},
         {"record\n", MessageAnswer::Yes, "record\n", true},

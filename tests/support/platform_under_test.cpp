@@ -16,7 +16,7 @@ PlatformUnderTest::PlatformUnderTest() {
 }
 
 PlatformUnderTest::~PlatformUnderTest() {
-    platform = {};  // its services may still write
+    platform = {};                                         // its services may still write
     std::filesystem::current_path(onDisk_.parent_path());  // a current folder cannot be removed everywhere
     std::filesystem::remove_all(onDisk_);
 }

@@ -40,7 +40,7 @@ class PortableShell final : public Shell {
         Outcome<std::string> location = drives_->actualPath(from);
         if (!location) return fileOperationCode(location.error);
         if (drives_->fullPath(from).value.ends_with(":\\")) return kRootFolder;
-        while (location.value.ends_with('/')) location.value.pop_back();
+        if (!endsInName(from)) return kInvalidFiles;
         return fileOperationCode(moveToTrash(location.value, dataFolder() + "/Trash"));
     }
 

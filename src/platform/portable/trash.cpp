@@ -169,9 +169,10 @@ struct Copied {
     struct stat status;  // before the copy
 };
 
-/// A folder changes as its content is removed.
+/// What is gone needs no removal.
 bool hasChanged(const Copied& original) {
-    const struct stat now = statusOf(original.file);
+    struct stat now {};
+    if (::lstat(original.file.c_str(), &now) != 0) return errno != ENOENT;
     const struct stat& then = original.status;
     return !S_ISDIR(now.st_mode) &&
            (now.st_ino != then.st_ino || now.st_size != then.st_size ||
@@ -209,9 +210,10 @@ void copyAndRemove(const fs::path& file, Entry& entry) {
     entry.flushNames();
     for (const Copied& original : copied) {
         if (hasChanged(original)) fail(original.file, EBUSY);
-        fs::remove(original.file);  // a folder that has got something new meanwhile stays
-        entry.keep();
     }
+    entry.keep();
+    for (const Copied& original : copied)
+        fs::remove(original.file);  // a folder with something new in it stays
 }
 
 using Way = void (*)(const fs::path& file, Entry& entry);

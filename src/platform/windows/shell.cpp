@@ -27,19 +27,21 @@ std::string withTerminatingZero(const PathBuffer& path) { return fromAnsi(path.d
 /// Only what has its full path goes to the recycle bin; other names would be deleted for good.
 std::string fullPath(const std::string& path) {
     std::string full(kLongestPath, '\0');
-    full.resize(::GetFullPathNameA(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
-    return full.empty() ? path : full;
+    const DWORD length =
+        ::GetFullPathNameA(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
+    if (length == 0 || length >= full.size()) return path;
+    full.resize(length);
+    return full;
 }
 
 class WindowsShell final : public Shell {
    public:
-    /// Wild cards would stand for many files.
     int SHFileOperationA(std::uint32_t operation, const std::string& from, const std::string& to,
                          std::uint16_t flags) override {
         const auto source = toAnsi(from);
         const auto target = toAnsi(to);
         if (!source || !target) return ERROR_INVALID_NAME;
-        if (source->find_first_of("*?") != std::string::npos) return kInvalidFiles;
+        if (!endsInName(from)) return kInvalidFiles;
         const std::string sources = fullPath(*source) + '\0';  // lists, which end with two zeros
         const std::string targets = *target + '\0';
         SHFILEOPSTRUCTA record{};
