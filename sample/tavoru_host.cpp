@@ -1,34 +1,22 @@
 #include "tavoru_host.h"
 
-#include <ctime>
-
+#include "platform/clock_record.h"
 #include "platform/file_system.h"
-#include "runtime/date_value.h"
 
 namespace tavoru {
 namespace {
 
 class HostUtility : public t_gencvf::Utility {
    public:
-    explicit HostUtility(t_genproc::Files& files) : files_(files) {}
+    explicit HostUtility(const t_genproc::Platform& platform) : platform_(platform) {}
 
     bool FolderExists(std::string_view folder) override {
-        return t_genproc::folderExists(files_, std::string(folder));
+        return t_genproc::folderExists(*platform_.files, std::string(folder));
     }
-
-    double Now() override {
-        const std::time_t now = std::time(nullptr);
-        const std::tm local = *std::localtime(&now);  // one thread: nobody else uses the shared buffer
-        return t_genproc::dateValue({.year = local.tm_year + 1900,
-                                     .month = local.tm_mon + 1,
-                                     .day = local.tm_mday,
-                                     .hour = local.tm_hour,
-                                     .minute = local.tm_min,
-                                     .second = local.tm_sec});
-    }
+    double Now() override { return t_genproc::dateValue(platform_.clock->GetLocalTime()); }
 
    private:
-    t_genproc::Files& files_;
+    const t_genproc::Platform& platform_;
 };
 
 /// Keeps what it hears; a host with windows would show it or write it down.
@@ -53,7 +41,7 @@ class HostErrorReporter : public t_gencvf::ErrorReporter {
 // it.
 
 std::unique_ptr<t_gencvf::Utility> TavoruHost::createUtility() {
-    return std::make_unique<HostUtility>(*platform_.files);
+    return std::make_unique<HostUtility>(platform_);
 }
 
 std::unique_ptr<t_gencvf::ErrorReporter> TavoruHost::createErrorReporter() {

@@ -58,6 +58,13 @@ class Start {
     bool exists(const std::string& folder) { return library_.utility().FolderExists(folder); }
     static std::string answer(bool exists) { return exists ? "True" : "False"; }
 
+    /// Whether `folder` exists, and a line that says so.
+    bool noteExistence(const std::string& label, const std::string& folder) {
+        const bool there = exists(folder);
+        trace_.line(label + folder + " - Exists? " + answer(there));
+        return there;
+    }
+
     // ---- The system
 
     void identifySystem() {
@@ -109,9 +116,7 @@ class Start {
         if (there) prog_.LocalSettingsTemp = temp;
 
         const std::string& folder = prog_.LocalSettingsTemp;
-        there = exists(folder);
-        trace_.line("1c - prog.LocalSettingsTemp CHECK: " + folder + " - Exists? " + answer(there));
-        if (there) {
+        if (noteExistence("1c - prog.LocalSettingsTemp CHECK: ", folder)) {
             trace_.line("1f - Folder " + folder + " - ALREADY EXISTS");
         } else {
             trace_.line("1d - " + AddFolder(folder));
@@ -122,9 +127,7 @@ class Start {
     void makeAppData() {
         if (text::isBlank(prog_.commonAppData)) prog_.commonAppData = profileAppData();
         appData_ = prog_.commonAppData + names_.appDataSubPath;
-        const bool there = exists(appData_);
-        trace_.line("2a - appDataTavoruPath$ SET AS: " + appData_ + " - Exists? " + answer(there));
-        if (there) {
+        if (noteExistence("2a - appDataTavoruPath$ SET AS: ", appData_)) {
             trace_.line("2b - Folder " + appData_ + " - ALREADY EXISTS");
         } else {
             AddFolder(appData_, names_.appDataIsEssential);
@@ -173,9 +176,7 @@ class Start {
 
     void makeDataFolder() {
         const std::string folder = userFolder_ + "Data\\";
-        const bool there = exists(folder);
-        trace_.line("4a - userTavoruPath$ & 'Data\\' SET AS: " + folder + " - Exists? " + answer(there));
-        if (there) {
+        if (noteExistence("4a - userTavoruPath$ & 'Data\\' SET AS: ", folder)) {
             trace_.line("4b - Folder " + folder + " - ALREADY EXISTS");
         } else if (addUsersFolder(folder) == folder) {
             bringSampleJob(folder);
@@ -186,9 +187,7 @@ class Start {
 
     void makeListFolder() {
         const std::string folder = userFolder_ + "List\\";
-        const bool there = exists(folder);
-        trace_.line("6a - userTavoruPath$\\List\\ SET AS: " + folder + " - Exists? " + answer(there));
-        if (there) {
+        if (noteExistence("6a - userTavoruPath$\\List\\ SET AS: ", folder)) {
             trace_.line("6b - Folder " + folder + " - ALREADY EXISTS");
         } else {
             addUsersFolder(folder);
@@ -241,7 +240,7 @@ class Start {
     void noteCompletePaths(const std::string& programFolder, const std::string& dataFolder) {
         if (!trace_.isOn()) return;
         const auto note = [this](const std::string& name, const std::string& folder) {
-            trace_.line("          " + name + folder + " - Exists? " + answer(exists(folder)));
+            noteExistence("          " + name, folder);
         };
         trace_.line("CHECK for complete paths ...");
         note("prog.progPath: ", prog_.progPath);

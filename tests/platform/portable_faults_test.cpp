@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -10,9 +9,12 @@
 #include <random>
 
 #include "platform/portable/portable_platform.h"
+#include "support/child_process.h"
 
 namespace t_genproc {
 namespace {
+
+using test::becomeOrdinaryUser, test::start, test::succeeds;
 
 namespace fs = std::filesystem;
 
@@ -34,22 +36,10 @@ struct PortableFaultsTest : testing::Test {
         return platform.profileFiles->WritePrivateProfileStringA("s", key, value, "C:\\a.ini") != 0;
     }
 
-    pid_t start(const std::function<bool()>& body) {
-        const pid_t process = ::fork();
-        if (process == 0) ::_exit(body() ? 0 : 1);
-        return process;
-    }
-    bool succeeds(pid_t process) {
-        int status = 0;
-        return ::waitpid(process, &status, 0) == process && status == 0;
-    }
-
     fs::path folder = fs::temp_directory_path() / ("t_genproc_faults_" + std::to_string(::getpid()));
     fs::path file = folder / "a.ini";
     Platform platform = portablePlatform({.driveC = folder.string()});
 };
-
-bool becomeOrdinaryUser() { return ::getuid() != 0 || ::setuid(kOrdinaryUser) == 0; }
 
 bool fillDisk() {
     const rlimit limit{5000, 5000};

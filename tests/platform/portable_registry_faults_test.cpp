@@ -1,14 +1,16 @@
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
 #include <random>
 
+#include "support/child_process.h"
 #include "support/platform_under_test.h"
 
 namespace t_genproc {
 namespace {
+
+using test::becomeOrdinaryUser, test::start, test::succeeds;
 
 using enum SystemError;
 using Codes = std::vector<SystemError>;
@@ -18,13 +20,6 @@ struct PortableRegistryFaultsTest : testing::Test {
     SystemError open() { return registry.RegOpenKeyExA(RootKey::LocalMachine, kPath, KeyAccess::Full).error; }
     SystemError find(const std::string& name) { return registry.RegQueryValueExA(key, name, 2).error; }
     SystemError set(const std::string& name) { return registry.RegSetValueExA(key, name, "v"); }
-
-    pid_t start(const std::function<bool()>& body) {
-        const pid_t process = ::fork();
-        if (process == 0) ::_exit(body() ? 0 : 1);
-        return process;
-    }
-    bool succeeds(pid_t child, int status = 1) { return ::waitpid(child, &status, 0) > 0 && status == 0; }
 
     test::PlatformUnderTest system;
     Registry& registry = *system.platform.registry;
@@ -56,7 +51,7 @@ TEST_F(PortableRegistryFaultsTest, ReadWhatMayNotBeWritten) {
     const Codes unreadable(4, AccessDenied), readOnly{AccessDenied, AccessDenied, Success, FileNotFound};
     for (const auto& [mode, expected] : {std::pair(0444, readOnly), {0, unreadable}, {0644, readOnly}}) {
         std::filesystem::permissions(system.onDisk("../Windows/registry.txt"), std::filesystem::perms(mode));
-        const auto asExpected = [&, codes = expected] { return ::setuid(65534) == 0 && outcomes() == codes; };
+        const auto asExpected = [&, codes = expected] { return becomeOrdinaryUser() && outcomes() == codes; };
         EXPECT_TRUE(::getuid() != 0 || succeeds(start(asExpected))) << mode;
         EXPECT_TRUE(mode != 0444 || outcomes() == readOnly);
     }

@@ -1,9 +1,7 @@
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <cstdlib>
 
 #include "platform/portable/portable_platform.h"
+#include "support/child_process.h"
 #include "support/platform_under_test.h"
 
 namespace t_genproc::test {
@@ -27,11 +25,7 @@ void setVariable(const std::string& name, const std::string& value) {
 }
 
 std::optional<bool> asOrdinaryUser(const std::function<bool()>& body) {
-    constexpr uid_t kNobody = 65534;
-    const pid_t process = ::fork();
-    if (process == 0) ::_exit((::getuid() != 0 || ::setuid(kNobody) == 0) && body() ? 0 : 1);
-    int status = -1;
-    return ::waitpid(process, &status, 0) == process && status == 0;
+    return succeeds(start([&] { return becomeOrdinaryUser() && body(); }));
 }
 
 }  // namespace t_genproc::test
