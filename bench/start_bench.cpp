@@ -35,6 +35,7 @@ class Host : public t_gencvf::Host {
             return folderExists(*platform.files, std::string(folder));
         }
         double Now() override { return 0; }
+        double Normalise(double value, std::int16_t /*rule*/) override { return value; }
         const Platform& platform;
     };
 

@@ -1,4 +1,4 @@
-/// The general procedures: settings files, jobs, files and folders.
+/// The general procedures: settings files, jobs, files and folders, transformations, data-entry forms.
 ///
 ///     cGenProcs procs{library};
 ///     std::int16_t changes = 0;
@@ -12,7 +12,9 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
+#include "host/record_set.h"
 #include "host/records.h"
 #include "runtime/variant.h"
 
@@ -90,6 +92,89 @@ class cGenProcs {
     /// have a "\" at their end.
     std::string SetListPath(std::int16_t ListGrouping, const std::string& mainPath,
                             const std::string& dataPath);
+
+    /// `valu`, or `defaultVal` where that is Empty or Null.
+    Variant SetDefaultIfNull(const Variant& valu, const Variant& defaultVal);
+
+    /// Completes a job's data header, which is in edit, from the user's options: fields that are Null take
+    /// them, tolerances and standard deviations go through Utility::Normalise, and some switches take them
+    /// in any case: those of the output where the header is new, those of the saving of points where
+    /// `LSmode` is set. The fields stand in settings/least_squares_defaults.cpp. The edit is left to the
+    /// caller.
+    ///
+    /// Errors 3265, 13, 6: a field is missing, or holds no number; the fields before it keep what they got.
+    void CheckLSOptionDefaults(t_gencvf::RecordSet& dataHeader,
+                               const t_gencvf::LeastSquaresOptions& LSOptPref, bool headerExists,
+                               bool LSmode = false);
+
+    // ---- Transformations, spheroids and geoid models (geodesy/)
+    //
+    // `DatumH` holds a datum, a comma and its spheroid in each element, `Spheroid` a spheroid, a blank and
+    // its parameters in parentheses. Both count from element 1; element 0 is never read.
+
+    /// Describes the current record of the host's table of transformations: the kind, the datums with their
+    /// spheroids and the parameters, a line each, with CR LF between them. `fileMode` is the form for
+    /// reports: with the description, and indented further. The layout stands in
+    /// geodesy/transformation_details.cpp.
+    ///
+    /// Where both arrays are loaded, the spheroids are looked up, and `spheroidForDatumFROM` and
+    /// `spheroidForDatumTO` take them; otherwise these are printed. `copyright` takes the text that belongs
+    /// under the report of a distortion grid, and is empty for other kinds.
+    ///
+    /// Error 3265: a field is missing; 94: a datum or a number is Null; 13, 6: a field holds no number; 5: a
+    /// datum of more than 10 characters, or a number of more than 20 ahead of another on its line.
+    std::string TransformationDetails(t_gencvf::RecordSet& transTable, bool fileMode, bool spheroidOK,
+                                      const std::vector<std::string>& Spheroid, bool datumHok,
+                                      const std::vector<std::string>& DatumH,
+                                      std::string* spheroidForDatumFROM = nullptr,
+                                      std::string* spheroidForDatumTO = nullptr,
+                                      std::string* copyright = nullptr);
+
+    /// The spheroid of `datum`; sets `found`. Otherwise, where `found` is False: "PLANE" for "LOCAL",
+    /// "(not found)" for any other. A `found` that is True on entry and no match give an empty text.
+    ///
+    /// Error 5: an element that is read has no comma, or no parenthesis with a character ahead of it.
+    std::string GetSpheroidForDatum(const std::string& datum, const std::vector<std::string>& DatumH,
+                                    const std::vector<std::string>& Spheroid, bool& found);
+
+    /// Whether the job's geoid model is of the kind, and the options allow its use. A TIN model is of no use
+    /// where `plotGeographic` is set.
+    bool GeoidTINoptionsOK(const t_gencvf::JobConfiguration& jobCfg, const t_gencvf::JobGeneral& jobGeneral,
+                           bool plotGeographic = false);
+    bool GeoidGRIDoptionsOK(const t_gencvf::JobConfiguration& jobCfg);
+    /// Whether geoid heights are in use and a model of either kind can give them.
+    bool GeoidModelReady(const t_gencvf::JobConfiguration& jobCfg, const t_gencvf::JobGeneral& jobGeneral,
+                         bool plotGeographic = false);
+    /// The options, and the model's data loaded.
+    bool GeoidGRIDreadyOK(const t_gencvf::JobConfiguration& jobCfg, const t_gencvf::JobGeneral& jobGeneral);
+    bool GeoidTINreadyOK(const t_gencvf::JobConfiguration& jobCfg, const t_gencvf::JobGeneral& jobGeneral,
+                         bool plotGeographic = false);
+
+    // ---- Data-entry forms (forms/)
+    //
+    // A form's `Controls` are counted from 0; positions in the tab order, `Left` and `Width` are 16-bit whole
+    // numbers (error 6). The moves give True where they have moved the focus.
+
+    /// Moves to the next enabled, visible text box below or above, in the column of the active control: the
+    /// one `stepVal` tab positions on, or that far again. Boxes are in one column where their left or right
+    /// edges agree or they overlap. Without a step it is the active box itself.
+    bool TextBoxDownAdvance(const ObjectPointer& currentForm, std::int16_t stepVal = 0);
+    bool TextBoxUpAdvance(const ObjectPointer& currentForm, std::int16_t stepVal = 0);
+    /// Moves to the next enabled, visible text box in the tab order.
+    bool TextBoxEnterAdvance(const ObjectPointer& currentForm);
+
+    /// Trims the text of the box and selects it, so that typing replaces it. A blank box stays as it is.
+    void SelectText(const ObjectPointer& TextBox);
+
+    /// Empties the text boxes that hold only blanks, disabled ones too.
+    void TrimTextBoxes(const ObjectPointer& currentForm);
+
+    /// The number at the start of `txtField`, 0 where there is none, with `defaultDecimals` decimals, or with
+    /// `expand` as many as characters follow its first point, where these are more. Halves are rounded away
+    /// from zero, by the decimal digits. Without decimals the point stays: "12.".
+    ///
+    /// Error 5: a negative `defaultDecimals`; 6: a number beyond the range of a double.
+    Variant SetNumericField(const std::string& txtField, std::int16_t defaultDecimals, bool expand);
 
     // ---- Files (files/file_helpers.cpp)
     //

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -44,6 +45,14 @@ struct Application {
     std::string wordTrue = "True";
     std::string wordFalse = "False";
 
+    // The kinds of geoid models, as JobConfiguration::geoidModelType names them
+    std::string gridModelName1{};
+    std::string gridModelName2{};
+    std::string tinModelName{};
+
+    /// Printed under a report that rests on a distortion grid.
+    std::string legalCopyright = "Copyright (C) 2026 the authors of t_genproc";
+
     StartUpNames startUp{};
 };
 
@@ -54,6 +63,8 @@ class Utility {
     virtual bool FolderExists(std::string_view folder) = 0;
     /// The current local date and time, as a Date value.
     virtual double Now() = 0;
+    /// A tolerance or standard deviation as the host keeps it. The library asks with `rule` -5.
+    virtual double Normalise(double value, std::int16_t rule) = 0;
 };
 
 /// The host's error reporter: it receives one (source, procedure) pair for each procedure that an error

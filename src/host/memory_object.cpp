@@ -60,6 +60,10 @@ MemoryControlArray::MemoryControlArray(int count) {
     for (int i = 0; i < count; ++i) elements_.push_back(std::make_shared<MemoryObject>());
 }
 
+std::shared_ptr<MemoryObject> MemoryControlArray::add(std::string typeName) {
+    return elements_.emplace_back(std::make_shared<MemoryObject>(std::move(typeName)));
+}
+
 Variant MemoryControlArray::get(std::string_view member, Arguments arguments) {
     if (text::equalIgnoringCase(member, "Count") && arguments.empty()) {
         return t_genproc::checkedNarrow<std::int32_t>(elements_.size());

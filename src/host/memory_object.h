@@ -19,6 +19,8 @@ class MemoryObject : public Object {
    public:
     using Method = std::function<Variant(Arguments)>;
 
+    explicit MemoryObject(std::string typeName = "MemoryObject") : typeName_(std::move(typeName)) {}
+
     MemoryObject& add(std::string_view property, Variant value);
     MemoryObject& addMethod(std::string_view name, Method method);
 
@@ -27,17 +29,22 @@ class MemoryObject : public Object {
     Variant get(std::string_view member, Arguments arguments = {}) override;
     void let(std::string_view member, const Variant& value, Arguments arguments = {}) override;
     Variant call(std::string_view member, Arguments arguments = {}) override;
+    std::string_view typeName() const override { return typeName_; }
 
    private:
+    std::string typeName_;
     std::map<std::string, Variant> properties_;  // by upper-case name
     std::map<std::string, Method> methods_;
 };
 
-/// Controls that share one name and are told apart by an index, 0 to `count` - 1. Members: `Count`, and as
-/// the default member the element at an index (error 340 where there is none).
+/// Controls that are told apart by an index from 0 on: those of one name, or all of a form. Members: `Count`,
+/// and as the default member the element at an index (error 340 where there is none).
 class MemoryControlArray : public Object {
    public:
-    explicit MemoryControlArray(int count);
+    explicit MemoryControlArray(int count = 0);
+
+    /// Appends a control.
+    std::shared_ptr<MemoryObject> add(std::string typeName);
 
     /// The element at `index`, which must exist.
     MemoryObject& element(int index) { return *elements_.at(static_cast<std::size_t>(index)); }
@@ -45,6 +52,7 @@ class MemoryControlArray : public Object {
     Variant get(std::string_view member, Arguments arguments = {}) override;
     void let(std::string_view member, const Variant& value, Arguments arguments = {}) override;
     Variant call(std::string_view member, Arguments arguments = {}) override;
+    std::string_view typeName() const override { return "MemoryControlArray"; }
 
    private:
     std::vector<std::shared_ptr<MemoryObject>> elements_;

@@ -9,11 +9,20 @@ Object& LateBound::object() const {
     return *object_;
 }
 
-LateBound LateBound::operator[](std::string_view member) const {
+ObjectPointer LateBound::objectRead() const {
     const bool isObjectItself = member_.empty() && arguments_.empty();
-    LateBound next{isObjectItself ? object_ : t_genproc::toObject(get())};
+    return isObjectItself ? object_ : t_genproc::toObject(get());
+}
+
+LateBound LateBound::operator[](std::string_view member) const {
+    LateBound next{objectRead()};
     next.member_ = member;
     return next;
+}
+
+bool LateBound::isTextBox() const {
+    const LateBound box{objectRead()};
+    return box.object().typeName() == "TextBox";
 }
 
 Variant LateBound::get() const { return object().get(member_, arguments_); }

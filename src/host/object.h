@@ -29,6 +29,9 @@ class Object {
     virtual Variant get(std::string_view member, Arguments arguments = {}) = 0;
     virtual void let(std::string_view member, const Variant& value, Arguments arguments = {}) = 0;
     virtual Variant call(std::string_view member, Arguments arguments = {}) = 0;
+
+    /// What kind of object it is: "TextBox", "Label", "MemoryObject".
+    virtual std::string_view typeName() const = 0;
 };
 
 /// An object, or one of its members that is yet to be read, written or called: each step of an expression
@@ -55,6 +58,8 @@ class LateBound {
     }
 
     Variant get() const;
+    /// Whether it is an object of the kind that a text box is.
+    bool isTextBox() const;
     std::string text() const { return t_genproc::toText(get()); }
     void operator=(const Variant& value) const;
 
@@ -66,6 +71,7 @@ class LateBound {
 
    private:
     Object& object() const;
+    ObjectPointer objectRead() const;
 
     ObjectPointer object_;
     std::string member_;  // empty: the object itself

@@ -84,6 +84,22 @@ struct JobConfiguration {
     bool VDatumSpheroidal = false;
     bool VDatumGeoidal = false;
     double VDatumOffset = 0;
+
+    // The job's geoid model and what is to be done with it
+    std::string geoidModelType{};  ///< one of the names in Application
+    bool geoidEnabled = false;     ///< geoid heights are in use
+    bool geoidGridOption = false;
+    bool geoidUseOne = false;
+    bool geoidUseTwo = false;
+    bool geoidTinExcluded = false;
+};
+
+/// The Job general record: what is loaded for the job.
+struct JobGeneral {
+    bool geoidGridLoaded = false;
+    bool geoidTinLoaded = false;
+    bool geoidTinAvailable = false;
+    bool geoidTinBlocked = false;
 };
 
 /// The Least-squares option record. Its members carry the names of the fields of a job's data header.

@@ -60,6 +60,9 @@ class Files {
     /// the system marks no files as hidden, a dot at the start of the name does.
     virtual Outcome<std::vector<FoundFile>> FindFirstFileA(const std::string& pattern) = 0;
 
+    /// The name under which another library opens the file, in UTF-8.
+    virtual Outcome<std::string> nativePath(const std::string& fileName) = 0;
+
     /// Text as the system keeps it in text files, and back: the ANSI code page on Windows, UTF-8 elsewhere.
     virtual std::string encode(std::string_view text) = 0;
     virtual std::string decode(std::string_view bytes) = 0;

@@ -67,7 +67,22 @@ constexpr std::array kDescriptions{
     Description{450, "Wrong number of arguments or invalid property assignment"},
     Description{451, "Object not a collection"},
     Description{457, "This key is already associated with an element of this collection"},
+    Description{3010, "Table already exists"},
+    Description{3015, "Not an index in this table"},
+    Description{3019, "Operation invalid without a current index"},
+    Description{3020, "Update or CancelUpdate without AddNew or Edit"},
+    Description{3021, "No current record"},
+    Description{3022, "Duplicate value in an index, primary key or relationship"},
+    Description{3024, "Couldn't find the database file"},
+    Description{3027, "Can't update: database or object is read-only"},
+    Description{3031, "Not a valid password"},
+    Description{3043, "Disk or network error"},
+    Description{3044, "Not a valid path"},
+    Description{3078, "Couldn't find the table"},
+    Description{3204, "Database already exists"},
+    Description{3260, "Couldn't update: currently locked"},
     Description{3265, "Item not found in this collection"},
+    Description{3343, "Unrecognized database format"},
 };
 static_assert(std::ranges::is_sorted(kDescriptions, {}, &Description::number));
 

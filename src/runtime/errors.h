@@ -41,6 +41,24 @@ enum class ErrorNumber : std::int32_t {
     ObjectRequired = 424,
     NoSuchMember = 438,
     WrongNumberOfArguments = 450,
+
+    // Databases and record sets
+    TableAlreadyExists = 3010,
+    NoSuchIndex = 3015,
+    NoCurrentIndex = 3019,
+    UpdateWithoutEdit = 3020,
+    NoCurrentRecord = 3021,
+    DuplicateValue = 3022,
+    DatabaseFileNotFound = 3024,
+    DatabaseReadOnly = 3027,
+    NotAValidPassword = 3031,
+    DiskOrNetwork = 3043,
+    NotAValidPath = 3044,
+    NoSuchTable = 3078,
+    DatabaseAlreadyExists = 3204,
+    DatabaseLocked = 3260,
+    ItemNotFound = 3265,
+    UnrecognizedDatabase = 3343,
 };
 
 /// The source of an error that starts inside the library, until the first procedure reports it.

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 
+#include "runtime/errors.h"
 #include "runtime/text.h"
 
 namespace t_genproc {
@@ -29,6 +30,35 @@ std::string shortest(Number value) {
     return text;
 }
 
+std::ptrdiff_t significantDigits(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_of("123456789"), text.size()));
+    const std::string_view mantissa = text.substr(0, text.find('E'));
+    return std::ranges::count_if(mantissa, [](char c) { return c >= '0' && c <= '9'; });
+}
+
+/// `value` to that many significant digits, unless it is then beyond the range of a double.
+template <class Number>
+Number rounded(Number value, int digits) {
+    std::array<char, 64> buffer{};
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                   std::chars_format::scientific, digits - 1)
+                         .ptr;
+    std::from_chars(buffer.data(), end, value);
+    return value;
+}
+
+template <class Number>
+std::string forReport(Number value) {
+    if (!std::isfinite(value)) throw RuntimeError(ErrorNumber::Overflow);
+    if (value == 0) return " 0";  // -0 too
+    std::string text = shortest(value);
+    constexpr int kDigits = std::numeric_limits<Number>::digits10 + (sizeof(Number) == sizeof(float) ? 1 : 0);
+    if (significantDigits(text) > kDigits) text = shortest(rounded(value, kDigits));
+    if (value > 0) text.insert(0, " ");
+    if (text[1] == '0') text.erase(1, 1);
+    return text;
+}
+
 /// Whether unsigned `digits`, which are out of the range of a double, are so because they are too small.
 bool isBelowOne(std::string_view digits) {
     const std::size_t mantissaEnd = std::min(digits.find_first_of("Ee"), digits.size());
@@ -49,6 +79,8 @@ bool isBelowOne(std::string_view digits) {
 std::string numberText(std::int64_t value) { return std::to_string(value); }
 std::string numberText(double value) { return shortest(value); }
 std::string numberText(float value) { return shortest(value); }
+std::string reportText(double value) { return forReport(value); }
+std::string reportText(float value) { return forReport(value); }
 
 std::optional<double> parseNumber(std::string_view text) {
     std::string digits(text::trim(text));

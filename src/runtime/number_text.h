@@ -16,6 +16,11 @@ std::string numberText(std::int64_t value);
 std::string numberText(double value);
 std::string numberText(float value);
 
+/// For reports: at most 15 significant digits (of a float, 7), a blank ahead of a number that is not negative
+/// and no zero ahead of its point: " 12.5", "-.25". Exponents as above. Error 6: infinity or no number.
+std::string reportText(double value);
+std::string reportText(float value);
+
 /// The number that `text` is as a whole, blanks around it aside: an optional sign, decimals with an optional
 /// point, an optional exponent (E or D). None where it is anything else; infinity beyond the range of a
 /// double.

@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <sstream>
 
+#include "host/memory_record_set.h"
 #include "instanthelp/cInstHelpSettings.h"
 #include "platform/file_system.h"
 #include "support/test_world.h"
@@ -12,8 +14,8 @@ namespace {
 using test::failureOf;
 
 /// What each letter of kLetters writes; a blank or a line break ends a line. "@07" and "#07" stand for the
-/// seventh member of the record, as a digit and as a word. In the least-squares record each number is that of
-/// its member.
+/// seventh member of the record, as a digit and as a word. In the least-squares record the numbers are those
+/// of numberedOptions.
 const std::string kLetters = "JPIGDLR";
 const std::string kGroups[] = {
     R"(DataPath=C:\D\ )",
@@ -37,6 +39,15 @@ LS_AutoRescale=#39 LS_RelaxObsInErr=#40 LS_Corrections=44 LS_OutlierTest=43 LS_C
 LS_ConfLevel_Ellipses=46 LS_ConfLevel_MDE=47 LS_ConfLevel_Outliers=48.1 LS_SaveDBPoints=#49
 LS_SaveDBPtsFixed=#50 LS_SavePtEntry=#51 LS_SavePtEntryFixed=#52 LS_SavePtEntryOpt=53 )",
     R"([jobs] 1=C:\Jobs\Höhe 2= 3= 4=é 5=y )"};
+
+/// Each number is that of its member.
+template <class Switch>
+t_gencvf::LeastSquaresOptions numberedOptions(const Switch& on) {
+    return {1,  2,    3,     4,  5,    6,      7,      8,      9,      10,     11,     12,     13, 14,
+            15, 16,   17,    18, 19,   20,     21,     22,     23,     24,     25,     26,     27, 28,
+            29, 30,   31,    32, 33,   on(34), on(35), on(36), on(37), on(38), on(39), on(40), 41, 42,
+            43, "44", 45.1F, 46, "47", 48.1F,  on(49), on(50), on(51), on(52), 53};
+}
 
 struct SettingsTest : testing::Test, test::TestWorld {
     SettingsTest() { names = {"general", "program", "data", "ls", "jobs", "One", "Two", "ja", "nein"}; }
@@ -62,11 +73,7 @@ struct SettingsTest : testing::Test, test::TestWorld {
         const t_gencvf::JobConfiguration data{
             3,   255,     "UTM",   33, "ETRS",  "Höhe", 6371.5, -47,    2,      on(10), -0.1,   1.5,
             2.5, "cubic", "g.bin", 4,  "GRS80", on(18), on(19), on(20), on(21), on(22), on(23), 8.1204e-16};
-        const t_gencvf::LeastSquaresOptions ls{
-            1,  2,    3,     4,  5,    6,      7,      8,      9,      10,     11,     12,     13, 14,
-            15, 16,   17,    18, 19,   20,     21,     22,     23,     24,     25,     26,     27, 28,
-            29, 30,   31,    32, 33,   on(34), on(35), on(36), on(37), on(38), on(39), on(40), 41, 42,
-            43, "44", 45.1F, 46, "47", 48.1F,  on(49), on(50), on(51), on(52), 53};
+        const t_gencvf::LeastSquaresOptions ls = numberedOptions(on);
         std::int16_t changes = 0;
         for (const std::string& file : {prog.userINIpath, prog.progINIpath}) system.write(file, "");
         const std::string failure = failureOf([&] {
@@ -148,6 +155,85 @@ TEST_F(SettingsTest, ChooseTheListFolder) {
     expect(1, path(""), list, true);
     EXPECT_EQ(failureOf([&] { procs.SetListPath(1, "", data); }),
               "76 (Class Module) cGenProcs::Function SetListPath");
+}
+
+/// The fields of a data header in the order of the options' members, and how each is completed: N normalised,
+/// D left or defaulted, O overwritten in a new header, S overwritten for least squares, s defaulted for them.
+const std::string kHeader =
+    "ProvPtTolH ProvPtTolV ConvLimitH ConvLimitV AngleSD AngleCentr DisConst DisPPM HtDiffSD AzimuthSD "
+    "DirectionSD SlopeDisPPM SlopeDisConst ZenAngSD CoordsSD VectorsSD AzimuthCent DirectionCent HorDistCent "
+    "HtDiffCent AngleTgtCentr AzimuthTgtCent DirectionTgtCent HorDistTgtCent HtDiffTgtCent SlopeDistCentH "
+    "ZenAngleCentH CoordsCentH VectorsCentH SlopeDistCentV ZenAngleCentV CoordsCentV VectorsCentV UnitWts "
+    "Dump "
+    "CSD SP1 ScaleEE AutoRescale RelaxObsInErr Iterations SDConstrFactor OutlierTest Corrections "
+    "ConfLevelChiSquared ConfLevelEllipses ConfLevelMDE ConfLevelOutliers SaveDBPoints SaveDBPtsFixed "
+    "SavePtEntry SavePtEntryFixed SavePtEntryOpt ";
+const std::string kTreatments = "NNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNOOOOODDDDDDDDDDSSSSs";
+
+struct DataHeaderTest : SettingsTest {
+    std::vector<std::string> fields;
+    const t_gencvf::LeastSquaresOptions options = numberedOptions([](int member) { return member % 2 != 0; });
+
+    DataHeaderTest() {
+        std::istringstream words(kHeader);
+        for (std::string name; words >> name;) fields.push_back(name);
+    }
+    t_gencvf::MemoryRecordSet header(const Variant& value, const std::string& without = {}) {
+        std::vector<t_gencvf::MemoryRecordSet::Field> record;
+        for (const std::string& name : fields) {
+            if (name != without) record.push_back({name, value});
+        }
+        t_gencvf::MemoryRecordSet set(record);
+        set.edit();
+        return set;
+    }
+};
+
+TEST_F(DataHeaderTest, IsCompletedFromTheOptions) {
+    const std::string optionTexts[] = {"44", "45.1", "46", "47", "48.1"};
+    for (const Variant& stored : {Variant(Null{}), Variant(Empty{}), Variant(" 7.5")}) {
+        const bool isNew = !std::holds_alternative<std::string>(stored);
+        for (const int mode : {0, 1, 2, 3}) {
+            t_gencvf::MemoryRecordSet set = header(stored);
+            procs.CheckLSOptionDefaults(set, options, (mode & 1) != 0, (mode & 2) != 0);
+            for (std::size_t i = 0; i < fields.size(); ++i) {
+                const auto number = static_cast<int>(i) + 1;
+                const char treatment = kTreatments[i];
+                const std::string option =
+                    treatment == 'O' || treatment == 'S' || number == 39 || number == 40
+                        ? (number % 2 != 0 ? "True" : "False")
+                    : number >= 44 && number <= 48 ? optionTexts[number - 44]
+                                                   : std::to_string(number);
+                const bool runs = treatment == 'O' ? (mode & 1) == 0
+                                                   : treatment <= 'O' || treatment == 'D' || (mode & 2) != 0;
+                std::string expected = isNew ? "" : " 7.5";
+                if (runs && treatment == 'N') expected = isNew ? std::to_string(number * 100 - 5) : "745";
+                if (runs && treatment != 'N' && (isNew || treatment == 'O' || treatment == 'S'))
+                    expected = option;
+                const Variant value = set.get(fields[i]);
+                EXPECT_EQ(isNull(value) ? "" : toText(value), expected) << fields[i] << " in mode " << mode;
+            }
+        }
+    }
+}
+
+TEST_F(DataHeaderTest, KeepsWhatWasWrittenAheadOfAFailure) {
+    const auto complete = [&](t_gencvf::RecordSet& set) {
+        return failureOf([&] { procs.CheckLSOptionDefaults(set, options, true); });
+    };
+    t_gencvf::MemoryRecordSet lacking = header(Null{}, "DirectionSD");
+    EXPECT_EQ(complete(lacking), "3265 (Class Module) cGenProcs::Sub CheckLSOptionDefaults");
+    EXPECT_EQ(lacking.get("azimuthsd"), Variant(995.0));
+    EXPECT_EQ(lacking.get("SlopeDisPPM"), Variant(Null{}));
+
+    t_gencvf::MemoryRecordSet wrong = header(Null{});
+    wrong.let("ConvLimitH", "wide");
+    EXPECT_EQ(complete(wrong), "13 (Class Module) cGenProcs::Sub CheckLSOptionDefaults");
+    EXPECT_EQ(wrong.get("ProvPtTolV"), Variant(195.0));
+    wrong.cancelUpdate();
+    EXPECT_EQ(complete(wrong), "3020 (Class Module) cGenProcs::Sub CheckLSOptionDefaults");
+    EXPECT_EQ(procs.SetDefaultIfNull(Null{}, Null{}), Variant(Null{}));
+    EXPECT_EQ(procs.SetDefaultIfNull("", 1), Variant(""));
 }
 
 }  // namespace

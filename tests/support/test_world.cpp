@@ -14,6 +14,7 @@ struct Services : t_gencvf::Utility, t_gencvf::ErrorReporter, WindowsAndMessages
         return folderExists(*world.system.platform.files, std::string(folder));
     }
     double Now() override { return world.now; }
+    double Normalise(double value, std::int16_t rule) override { return value * 100 + rule; }
 
     bool suppressNextReport() override { return world.suppressNextReport; }
     void suppressNextReport(bool suppress) override { world.suppressNextReport = suppress; }

@@ -135,6 +135,10 @@ class PortableFiles : public Files {
         return found;
     }
 
+    Outcome<std::string> nativePath(const std::string& fileName) override {
+        return drives_->actualPath(fileName);
+    }
+
     std::string encode(std::string_view text) override { return std::string(text); }
     std::string decode(std::string_view bytes) override { return std::string(bytes); }
 

@@ -120,6 +120,8 @@ class WindowsFiles final : public Files {
         return {found};
     }
 
+    Outcome<std::string> nativePath(const std::string& fileName) override { return {fileName}; }
+
     std::string encode(std::string_view text) override { return toAnsiWithLoss(text); }
     std::string decode(std::string_view bytes) override { return fromAnsi(bytes); }
 };

@@ -1,0 +1,47 @@
+/// Record sets that live in memory, for hosts without a database and for tests.
+///
+///     MemoryRecordSet transformation{{{"TransType", 1}, {"DatumFrom", "AGD66"}, {"MP_DX", -127.8}}};
+#pragma once
+
+#include <memory>
+
+#include "host/table_record_set.h"
+
+namespace t_gencvf {
+
+class MemoryRecordSet : public TableRecordSet {
+   public:
+    /// An empty table.
+    explicit MemoryRecordSet(TableDefinition table);
+
+    /// One record of fields that take any value, and stands on it.
+    struct Field {
+        std::string name;
+        Variant value;
+    };
+    explicit MemoryRecordSet(const std::vector<Field>& record);
+
+    bool atEnd() override { return position_ == order_.size(); }
+
+   private:
+    using Record = std::vector<Variant>;
+
+    Variant readField(std::size_t field) override { return records_[order_[position_]][field]; }
+    void change(const Changes& changes) override;
+    void append(const Changes& changes) override;
+    void toFirst() override { position_ = 0; }
+    void toNext() override { ++position_; }
+    void toEnd() override { position_ = order_.size(); }
+    void orderBy(std::size_t field) override;
+    bool find(SeekComparison comparison, const Variant& key) override;
+
+    void arrange();
+    const Variant& key(std::size_t record) const;
+
+    std::vector<Record> records_;
+    std::optional<std::size_t> orderField_;
+    std::vector<std::size_t> order_;  // positions in records_
+    std::size_t position_ = 0;        // in order_
+};
+
+}  // namespace t_gencvf

@@ -1,0 +1,48 @@
+/// Databases of tables, each in a file of its own. The adapter stands in platform/sqlite; it is a library of
+/// its own, which a host without databases leaves out.
+///
+///     auto database = engine->openDatabase("C:\\Programs\\Tavoru\\Transformations.db");
+///     auto datums = database->openTable("Datums");
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/record_set.h"
+
+namespace t_genproc {
+
+/// Open as long as it, or a record set of it, exists. Any member raises 3043 where the file cannot be read or
+/// written, 3260 where another program holds it, and 3343 where it holds no database.
+class Database {
+   public:
+    virtual ~Database() = default;
+
+    /// In the order in which they were made, spelled as they were.
+    virtual std::vector<std::string> tableNames() = 0;
+
+    /// A cursor over the table; letter case does not count. Error 3078: no such table.
+    virtual std::unique_ptr<t_gencvf::RecordSet> openTable(std::string_view name) = 0;
+
+    /// Error 3010: there is such a table.
+    virtual void createTable(const t_gencvf::TableDefinition& table) = 0;
+
+    /// What is written in between is kept together, or, where the database is closed before, not at all.
+    virtual void beginTransaction() = 0;
+    virtual void commitTransaction() = 0;
+};
+
+class DatabaseEngine {
+   public:
+    virtual ~DatabaseEngine() = default;
+
+    /// `fileName` is a backslash path. Error 3024: no such file; 3343: it holds no database; 3044: no such
+    /// folder, or a name that none can have.
+    virtual std::unique_ptr<Database> openDatabase(const std::string& fileName) = 0;
+    /// Error 3204: there is such a file.
+    virtual std::unique_ptr<Database> createDatabase(const std::string& fileName) = 0;
+};
+
+}  // namespace t_genproc
