@@ -2,7 +2,11 @@
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
-install(TARGETS t_genproc EXPORT t_genprocTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+set(archives t_genproc)
+if(T_GENPROC_SQLITE)
+  list(APPEND archives t_genproc_sqlite sqlite3mc)
+endif()
+install(TARGETS ${archives} EXPORT t_genprocTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/t_genproc
         FILES_MATCHING PATTERN "*.h")
 

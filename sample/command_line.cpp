@@ -8,12 +8,24 @@
 namespace tavoru {
 namespace {
 
-/// The words of a usage text in capitals or brackets are arguments: "N", "[VALUE]", "[--trace]", "WORD...".
+/// The next word of a usage text, or all words of a pair of brackets; false at the end.
+bool nextWord(std::istream& usage, std::string& word) {
+    if (!(usage >> word)) return false;
+    for (std::string more; word.front() == '[' && word.back() != ']' && usage >> more;) word += " " + more;
+    return true;
+}
+
+/// The words of a usage text in capitals or brackets are arguments: "N", "[VALUE]", "[--trace]",
+/// "[--file OUT]", "[WORD...]", "WORD...".
 bool isArgument(const std::string& word) {
     return word.front() == '[' || word.find_first_of("abcdefghijklmnopqrstuvwxyz") == std::string::npos;
 }
 
 void addArgument(CLI::App& command, std::string word, Arguments& arguments) {
+    if (word.ends_with("...]")) {  // any number of words, and nothing else
+        command.add_option(word.substr(1, word.size() - 5), arguments);
+        return;
+    }
     if (word.ends_with("...")) {
         command.prefix_command()->fallthrough(false);  // all words from here on, with options of their own
         return;
@@ -21,10 +33,11 @@ void addArgument(CLI::App& command, std::string word, Arguments& arguments) {
     const bool optional = word.front() == '[';
     if (optional) word = word.substr(1, word.size() - 2);
     std::string& argument = arguments.emplace_back();
-    if (word.starts_with("--")) {
+    const std::size_t value = word.find(' ');
+    if (word.starts_with("--") && value == std::string::npos) {
         command.add_flag(word, argument);
     } else {
-        command.add_option(word, argument)->required(!optional);
+        command.add_option(word.substr(0, value), argument)->required(!optional);
     }
 }
 
@@ -34,7 +47,7 @@ CLI::App* addCommand(CLI::App& program, std::map<std::string, CLI::App*>& known,
     CLI::App* app = &program;
     std::istringstream usage(command.usage);
     std::string path;
-    for (std::string word; usage >> word;) {
+    for (std::string word; nextWord(usage, word);) {
         if (isArgument(word)) {
             addArgument(*app, word, arguments);
         } else {

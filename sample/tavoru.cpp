@@ -6,8 +6,10 @@
 #include "installation.h"
 #include "office_standards.h"
 #include "platform/file_system.h"
+#include "platform/sqlite/sqlite_engine.h"
 #include "runtime/errors.h"
 #include "startup/cStartProcs.h"
+#include "transformation_source.h"
 
 namespace tavoru {
 namespace {
@@ -40,6 +42,7 @@ Tavoru::Tavoru(const Places& places)
       host(drive.platform),
       library(host, drive.platform),
       procs(library),
+      databases(t_genproc::sqliteEngine(*drive.platform.files)),
       preferences(officePreferences()),
       dataSettings(officeDataSettings()),
       leastSquares(officeLeastSquares()),
@@ -56,6 +59,10 @@ void Tavoru::start(const Places& places) {
 
     if (!library.utility().FolderExists(prog.progPath)) {
         install(library, prog.progPath, filesIn(places.samples / "Samples"));
+    }
+    if (!procs.FileExist(transformationsPath())) {
+        makeTransformations(places.samples / "Reference" / "transformations.txt", *drive.platform.files,
+                            transformationsPath());
     }
     const bool hasData = library.utility().FolderExists(dataPath());
     bool placedElsewhere = false;

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,6 +14,7 @@
 #include "frame/library.h"
 #include "host/memory_object.h"
 #include "instanthelp/cInstHelpSettings.h"
+#include "platform/database.h"
 #include "platform_choice.h"
 #include "survey_job.h"
 #include "tavoru_host.h"
@@ -24,7 +26,7 @@ using Lines = std::vector<std::string>;
 /// Where the application keeps its files, and where a new drive gets its first ones. Absolute paths.
 struct Places {
     std::filesystem::path drive;
-    std::filesystem::path samples;  ///< the jobs of the office; in "Samples" what the setup brings
+    std::filesystem::path samples;  ///< jobs of the office; "Samples" and "Reference" are for the setup
 };
 
 struct Tavoru {
@@ -52,6 +54,7 @@ struct Tavoru {
     std::string homePath() const { return drive.root + "Users\\Surveyor\\"; }
     std::string mainPath() const { return homePath() + "Tavoru\\"; }
     std::string dataPath() const { return mainPath() + "Data\\"; }
+    std::string transformationsPath() const { return prog.progPath + "Transformations.db"; }
     std::string logPath() const { return prog.tempPath + "t_eveml"; }
 
     // In the order in which each needs the one before.
@@ -59,6 +62,7 @@ struct Tavoru {
     TavoruHost host;
     t_genproc::Library library;
     t_genproc::cGenProcs procs;
+    std::unique_ptr<t_genproc::DatabaseEngine> databases;
     t_genproc::cInstHelpSettings instantHelp;
 
     t_gencvf::ProgramState prog;

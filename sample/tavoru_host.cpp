@@ -1,5 +1,7 @@
 #include "tavoru_host.h"
 
+#include <cmath>
+
 #include "platform/clock_record.h"
 #include "platform/file_system.h"
 
@@ -14,6 +16,13 @@ class HostUtility : public t_gencvf::Utility {
         return t_genproc::folderExists(*platform_.files, std::string(folder));
     }
     double Now() override { return t_genproc::dateValue(platform_.clock->GetLocalTime()); }
+
+    /// Rounded to a power of ten: -5 stands for 0.00001.
+    double Normalise(double value, std::int16_t rule) override {
+        const double units = std::pow(10, -rule);
+        const double scaled = value * units;
+        return std::isfinite(scaled) ? std::round(scaled) / units : value;
+    }
 
    private:
     const t_genproc::Platform& platform_;

@@ -10,7 +10,8 @@
 
 namespace tavoru {
 
-/// As many as the command's usage names; one that was left out is empty, a flag that was given is "true".
+/// As many as the command's usage names; one that was left out is empty, a flag that was given is "true", an
+/// option that was given is the value behind it.
 /// Where the usage ends in "...", all words that were given.
 using Arguments = std::vector<std::string>;
 
@@ -31,5 +32,7 @@ std::span<const Command> sessionCommands();   // commands/session.cpp
 std::span<const Command> jobCommands();       // commands/jobs.cpp
 std::span<const Command> settingsCommands();  // commands/settings.cpp
 std::span<const Command> systemCommands();    // commands/system.cpp
+std::span<const Command> geodesyCommands();   // commands/geodesy.cpp
+std::span<const Command> formCommands();      // commands/forms.cpp
 
 }  // namespace tavoru

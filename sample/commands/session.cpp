@@ -5,10 +5,12 @@
 
 #include "commands/commands.h"
 #include "frame/GenUtil.h"
+#include "job_header.h"
 #include "listing.h"
 #include "os/cAPIprocs.h"
 #include "runtime/errors.h"
 #include "screen.h"
+#include "transformations.h"
 
 namespace tavoru {
 namespace {
@@ -153,6 +155,37 @@ void tidyMenu(Tavoru& tavoru) {
     show(menuLines(tavoru));
 }
 
+void completeJobHeader(Tavoru& tavoru) {
+    heading("The options of a job");
+    tell(
+        R"(Church will be adjusted by least squares. It has no data header yet, so Tavoru makes one beside the
+         job, a record with empty fields, and the library fills them from the surveyor's options. A second
+         time it finds nothing to fill.)");
+    const CompletedHeader first = completeHeader(tavoru, false, true);
+    const CompletedHeader second = completeHeader(tavoru, false, true);
+    Lines lines{first.fileName};
+    lines.insert(lines.end(), first.fields.begin(), first.fields.begin() + 5);
+    lines.push_back("  and so on: " + std::to_string(first.changes) + " fields changed, " +
+                    std::to_string(second.changes) + " the second time");
+    show(lines);
+}
+
+void describeTransformations(Tavoru& tavoru) {
+    heading("From one datum to another");
+    tell(R"(A neighbour's coordinates are on another datum. The setup has left a database of published
+         transformations in the program's folder, and the library describes them. Here is one of each kind.)");
+    TransformationTables tables(tavoru);
+    t_genproc::Variant shownKind;
+    for (; !tables.transformations->atEnd(); tables.transformations->moveNext()) {
+        const t_genproc::Variant kind = tables.transformations->get("TransType");
+        if (kind == shownKind) continue;
+        auto report = tables.report(false);
+        if (!report.copyright.empty()) report.lines.push_back(report.copyright);
+        show(report.lines);
+        shownKind = kind;
+    }
+}
+
 void chooseListFolder(Tavoru& tavoru) {
     heading("A folder for the list files");
     tell(R"(Results go into list files, and there are three places for these. The surveyor looks at all of
@@ -227,7 +260,7 @@ void nextMorning(const Places& places) {
     tell("At the end of this day Tavoru writes its settings back, " + std::to_string(tavoru.saveSettings()) +
          " of them into the program's file, and shuts down.");
     tell("Now it is your turn: the drive stays as it is.");
-    show({"./run open Dam", "./run start --trace", "./run folders", "./run --help"});
+    show({"./run open Dam", "./run transform list", "./run folders", "./run --help"});
 }
 
 /// What Tavoru and the library's portable adapters make on a drive.
@@ -260,6 +293,8 @@ int session(const Places& places, const Arguments& /*arguments*/) {
         Tavoru tavoru(places);
         openJobs(tavoru);
         tidyMenu(tavoru);
+        completeJobHeader(tavoru);
+        describeTransformations(tavoru);
         chooseListFolder(tavoru);
         saveSettings(tavoru);
         noteFailure(tavoru);

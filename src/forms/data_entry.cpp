@@ -29,11 +29,13 @@ bool qualifies(const LateBound& control, std::int16_t tabIndex) {
            toBoolean(control["Enabled"].get()) && toBoolean(control["Visible"].get());
 }
 
+std::int32_t countOf(const LateBound& controls) { return toInt32(controls["Count"].get()); }
+
 /// Moves the focus to the first control that qualifies for the tab position and stands in the column.
-bool moveTo(const LateBound& form, std::int32_t count, std::int16_t tabIndex,
-            const std::optional<Column>& column) {
+bool moveTo(const LateBound& controls, std::int16_t tabIndex, const std::optional<Column>& column) {
+    const std::int32_t count = countOf(controls);
     for (std::int32_t i = 0; i < count; ++i) {
-        const LateBound control(toObject(form["Controls"](i).get()));
+        const LateBound control(toObject(controls(i).get()));
         if (!qualifies(control, tabIndex)) continue;
         if (column && !column->isSameAs(Column(control))) continue;
         control["SetFocus"].call();
@@ -42,26 +44,23 @@ bool moveTo(const LateBound& form, std::int32_t count, std::int16_t tabIndex,
     return false;
 }
 
-/// What becomes of a tab position from one step to the next, and where the steps end.
 enum class Way { Down, Up };
 
-bool isBeyond(std::int16_t tabIndex, Way way, std::int32_t count) {
-    return way == Way::Down ? tabIndex > count - 1 : tabIndex < 0;
-}
-
+/// Tries the tab positions from the active control's on, in steps of `step`.
 bool advance(const ObjectPointer& currentForm, Way way, std::int16_t step, bool inColumn) {
     const LateBound form(currentForm);
     const LateBound active(toObject(form["ActiveControl"].get()));
     if (!active.isTextBox()) return false;
     const std::optional<Column> column = inColumn ? std::optional<Column>(active) : std::nullopt;
-    const std::int32_t count = toInt32(form["Controls"]["Count"].get());
     std::int16_t tabIndex = toInt16(active["TabIndex"].get());
-    for (;;) {
+    do {
         tabIndex = way == Way::Down ? checkedAdd(tabIndex, step) : checkedSubtract(tabIndex, step);
-        if (isBeyond(tabIndex, way, count)) return false;
-        if (moveTo(form, count, tabIndex, column)) return true;
-        if (step == 0) return false;  // it would be tried for ever
-    }
+        if (way == Way::Up && tabIndex < 0) return false;
+        const LateBound controls(toObject(form["Controls"].get()));
+        if (way == Way::Down && tabIndex >= countOf(controls)) return false;
+        if (moveTo(controls, tabIndex, column)) return true;
+    } while (step != 0);  // without a step it would be the same position for ever
+    return false;
 }
 
 }  // namespace
@@ -95,10 +94,10 @@ void cGenProcs::SelectText(const ObjectPointer& TextBox) {
 
 void cGenProcs::TrimTextBoxes(const ObjectPointer& currentForm) {
     procedure(library_, "(Class Module) cGenProcs::Sub TrimTextBoxes", [&] {
-        const LateBound form(currentForm);
-        const std::int32_t count = toInt32(form["Controls"]["Count"].get());
+        const LateBound controls(toObject(LateBound(currentForm)["Controls"].get()));
+        const std::int32_t count = countOf(controls);
         for (std::int32_t i = 0; i < count; ++i) {
-            const LateBound control(toObject(form["Controls"](i).get()));
+            const LateBound control(toObject(controls(i).get()));
             if (!control.isTextBox()) continue;
             const std::string text = control["Text"].text();
             if (text.empty() || !text::isBlank(text)) continue;

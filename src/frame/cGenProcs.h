@@ -96,11 +96,11 @@ class cGenProcs {
     /// `valu`, or `defaultVal` where that is Empty or Null.
     Variant SetDefaultIfNull(const Variant& valu, const Variant& defaultVal);
 
-    /// Completes a job's data header, which is in edit, from the user's options: fields that are Null take
-    /// them, tolerances and standard deviations go through Utility::Normalise, and some switches take them
-    /// in any case: those of the output where the header is new, those of the saving of points where
-    /// `LSmode` is set. The fields stand in settings/least_squares_defaults.cpp. The edit is left to the
-    /// caller.
+    /// Completes a job's data header, which is in edit, from the user's options: fields that are Null or
+    /// Empty take them, and tolerances and standard deviations go through Utility::Normalise. Some switches
+    /// take them in any case: those of weighting and output where the header is new, those of the saving of
+    /// points where `LSmode` is set, and otherwise stay as they are. The fields stand in
+    /// settings/least_squares_defaults.cpp. The edit is left to the caller.
     ///
     /// Errors 3265, 13, 6: a field is missing, or holds no number; the fields before it keep what they got.
     void CheckLSOptionDefaults(t_gencvf::RecordSet& dataHeader,
@@ -117,12 +117,14 @@ class cGenProcs {
     /// reports: with the description, and indented further. The layout stands in
     /// geodesy/transformation_details.cpp.
     ///
-    /// Where both arrays are loaded, the spheroids are looked up, and `spheroidForDatumFROM` and
-    /// `spheroidForDatumTO` take them; otherwise these are printed. `copyright` takes the text that belongs
-    /// under the report of a distortion grid, and is empty for other kinds.
+    /// Where both arrays are loaded, the spheroids of the datums that are printed are looked up, and
+    /// `spheroidForDatumFROM` and `spheroidForDatumTO` take them (both that of the one datum of a
+    /// zone-to-zone); otherwise these are printed. `copyright` takes the text that belongs under the report
+    /// of a distortion grid, and is empty for other kinds.
     ///
-    /// Error 3265: a field is missing; 94: a datum or a number is Null; 13, 6: a field holds no number; 5: a
-    /// datum of more than 10 characters, or a number of more than 20 ahead of another on its line.
+    /// Error 3265: a field is missing; 94: a datum or a number is Null; 13, 6: a number, code or zone is
+    /// none; 5: a datum of more than 10 characters, a number of more than 20 ahead of another on its line, or
+    /// one of GetSpheroidForDatum.
     std::string TransformationDetails(t_gencvf::RecordSet& transTable, bool fileMode, bool spheroidOK,
                                       const std::vector<std::string>& Spheroid, bool datumHok,
                                       const std::vector<std::string>& DatumH,
@@ -142,7 +144,7 @@ class cGenProcs {
     bool GeoidTINoptionsOK(const t_gencvf::JobConfiguration& jobCfg, const t_gencvf::JobGeneral& jobGeneral,
                            bool plotGeographic = false);
     bool GeoidGRIDoptionsOK(const t_gencvf::JobConfiguration& jobCfg);
-    /// Whether geoid heights are in use and a model of either kind can give them.
+    /// Whether geoid heights are in use, and a grid model is loaded or a TIN model available.
     bool GeoidModelReady(const t_gencvf::JobConfiguration& jobCfg, const t_gencvf::JobGeneral& jobGeneral,
                          bool plotGeographic = false);
     /// The options, and the model's data loaded.
@@ -157,7 +159,7 @@ class cGenProcs {
 
     /// Moves to the next enabled, visible text box below or above, in the column of the active control: the
     /// one `stepVal` tab positions on, or that far again. Boxes are in one column where their left or right
-    /// edges agree or they overlap. Without a step it is the active box itself.
+    /// edges agree or they overlap. Without a step the position is that of the active box, as a rule itself.
     bool TextBoxDownAdvance(const ObjectPointer& currentForm, std::int16_t stepVal = 0);
     bool TextBoxUpAdvance(const ObjectPointer& currentForm, std::int16_t stepVal = 0);
     /// Moves to the next enabled, visible text box in the tab order.

@@ -25,7 +25,6 @@ bool cGenProcs::GeoidGRIDoptionsOK(const JobConfiguration& jobCfg) {
     });
 }
 
-/// A TIN model counts here once it is available; GeoidTINreadyOK asks for it to be loaded.
 bool cGenProcs::GeoidModelReady(const JobConfiguration& jobCfg, const JobGeneral& jobGeneral,
                                 bool plotGeographic) {
     return procedure(library_, "(Class Module) cGenProcs::Function GeoidModelReady", [&] {

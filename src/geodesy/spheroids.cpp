@@ -1,4 +1,3 @@
-#include <optional>
 #include <string_view>
 
 #include "frame/cGenProcs.h"
@@ -9,25 +8,21 @@
 namespace t_genproc {
 namespace {
 
+[[noreturn]] void raise() { throw RuntimeError(ErrorNumber::InvalidProcedureCall); }
+
 /// What stands ahead of the first `mark`.
 std::string_view before(std::string_view text, char mark) {
     const std::size_t position = text.find(mark);
-    if (position == std::string_view::npos) throw RuntimeError(ErrorNumber::InvalidProcedureCall);
+    if (position == std::string_view::npos) raise();
     return text.substr(0, position);
 }
 
-/// Of "GRS80 (a = 6378137 m)": "GRS80".
-std::string nameOf(const std::string& spheroid) {
-    const std::string_view name = before(spheroid, '(');
-    return text::left(name, text::length(name) - 1);
-}
-
-std::optional<std::string> findSpheroid(const std::vector<std::string>& spheroids, std::string_view wanted) {
-    for (std::size_t i = 1; i < spheroids.size(); ++i) {
-        std::string name = nameOf(spheroids[i]);
-        if (name == wanted) return name;
-    }
-    return std::nullopt;
+/// Whether a description such as "GRS80 (a = 6378137 m)" is that of the spheroid: one character stands
+/// between its name and the parenthesis.
+bool describes(const std::string& description, std::string_view spheroid) {
+    const std::string_view name = before(description, '(');
+    if (name.empty()) raise();
+    return name.starts_with(spheroid) && text::length(name) == text::length(spheroid) + 1;
 }
 
 }  // namespace
@@ -39,10 +34,11 @@ std::string cGenProcs::GetSpheroidForDatum(const std::string& datum, const std::
             for (std::size_t i = 1; i < DatumH.size(); ++i) {
                 const std::string_view name = before(DatumH[i], ',');
                 if (name != datum) continue;
-                const std::string_view wanted = std::string_view(DatumH[i]).substr(name.size() + 1);
-                if (std::optional<std::string> spheroid = findSpheroid(Spheroid, wanted)) {
+                const std::string_view spheroid = std::string_view(DatumH[i]).substr(name.size() + 1);
+                for (std::size_t j = 1; j < Spheroid.size(); ++j) {
+                    if (!describes(Spheroid[j], spheroid)) continue;
                     found = true;
-                    return *spheroid;
+                    return std::string(spheroid);
                 }
             }
             if (found) return {};

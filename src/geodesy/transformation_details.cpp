@@ -1,6 +1,8 @@
 #include <array>
+#include <cmath>
 #include <span>
 #include <string_view>
+#include <utility>
 
 #include "frame/cGenProcs.h"
 #include "frame/library.h"
@@ -59,20 +61,21 @@ std::string blanks(std::ptrdiff_t count) {
     return std::string(static_cast<std::size_t>(count), ' ');
 }
 
-/// `value` where it is joined to a text.
-std::string joined(const Variant& value) { return isNull(value) ? std::string() : toText(value); }
-
 /// Null equals no number.
 bool equals(const Variant& value, double number) { return !isNull(value) && toDouble(value) == number; }
 
+/// Null is neither.
+bool is(const Variant& value, bool truth) { return !isNull(value) && toBoolean(value) == truth; }
+
 std::string zonePart(const Variant& zone) {
-    const bool isNumbered = !isNull(zone) && toDouble(zone) > 0;
-    return isNumbered ? " Zone" + toText(zone) : " (Single Zone)";
+    if (isNull(zone) || toDouble(zone) <= 0) return " (Single Zone)";
+    if (!std::isfinite(toDouble(zone))) throw RuntimeError(ErrorNumber::Overflow);
+    return " Zone" + toText(zone);
 }
 
-std::string reportText(const Variant& value) {
+std::string storedNumber(const Variant& value) {
     const auto* single = std::get_if<float>(&value);
-    return single != nullptr ? t_genproc::reportText(*single) : t_genproc::reportText(toDouble(value));
+    return single != nullptr ? reportText(*single) : reportText(toDouble(value));
 }
 
 /// The spheroids to print, and where to look them up.
@@ -82,11 +85,6 @@ struct Spheroids {
     const std::vector<std::string>& datums;
     std::string& from;
     std::string& to;
-
-    void lookUp(cGenProcs& procs, const std::string& datum, std::string& spheroid) const {
-        bool found = false;
-        if (loaded) spheroid = procs.GetSpheroidForDatum(datum, datums, spheroids, found);
-    }
 };
 
 class Report {
@@ -94,63 +92,68 @@ class Report {
     Report(cGenProcs& procs, t_gencvf::RecordSet& table, const Spheroids& spheroids, bool fileMode)
         : procs_(procs), table_(table), spheroids_(spheroids), fileMode_(fileMode) {}
 
-    /// The text; `copyright` is what a distortion grid brings in addition.
+    /// The text; `copyright` takes what belongs under that of a distortion grid.
     std::string compose(const std::string& legalCopyright, std::string& copyright) {
-        if (is("TransType", ZoneToZone)) {
+        const Variant kind = field("TransType");
+        if (equals(kind, ZoneToZone)) {
             zoneToZone();
-        } else if (is("TransType", BlockShift)) {
+        } else if (equals(kind, BlockShift)) {
             blockShift();
-        } else if (is("TransType", ModelParameters)) {
+        } else if (equals(kind, ModelParameters)) {
             modelParameters();
-        } else if (is("TransType", DistortionGrid)) {
+        } else if (equals(kind, DistortionGrid)) {
             title("Distortion Grid: ");
             datums();
-            line("Grid file  : " + joined(field("GF_FileName")));
+            line("Grid file  : ", field("GF_FileName"));
             copyright = legalCopyright;
         } else {
             title("");
             datums();
         }
-        return text_;
+        return std::move(text_);
     }
 
    private:
     void zoneToZone() {
         title("Zone-to-Zone:  ");
-        datum("Datum      : ", "DatumFrom", spheroids_.from);
+        const std::string datum = lookUp("DatumFrom", spheroids_.from);
         if (spheroids_.loaded) spheroids_.to = spheroids_.from;
-        line("Grid From  : " + joined(field("ZZ_GridFrom")) + zonePart(field("ZZ_ZoneFrom")));
-        line("Grid To    : " + joined(field("ZZ_GridTo")) + zonePart(field("ZZ_ZoneTo")));
+        datumLine("Datum      : ", datum, spheroids_.from);
+        line("Grid From  : ", field("ZZ_GridFrom"));
+        text_ += zonePart(field("ZZ_ZoneFrom"));
+        line("Grid To    : ", field("ZZ_GridTo"));
+        text_ += zonePart(field("ZZ_ZoneTo"));
         if (field("DatumTO") == Variant("LOCAL")) field("Description");  // adds nothing, but must exist
     }
 
     void blockShift() {
         title("Block Shift:   ");
-        if (is("BS_Plane", 0)) datums();
-        if (is("BS_Type", GridShift)) {
+        const Variant plane = field("BS_Plane");
+        if (is(plane, false)) datums();
+        const Variant type = field("BS_Type");
+        if (equals(type, GridShift)) {
             line("Type             : Grid");
-            const Variant plane = field("BS_Plane");
-            if (!isNull(plane) && toBoolean(plane)) text_ += " (Plane)";
+            if (is(plane, true)) text_ += " (Plane)";
             rows(kGridShift);
-        } else if (is("BS_Type", GeographicShift)) {
+        } else if (equals(type, GeographicShift)) {
             line("Type             : Geographic");
             rows(kGeographicShift);
         }
     }
 
     void modelParameters() {
-        if (is("MP_Type", Molodensky)) {
+        const Variant type = field("MP_Type");
+        if (equals(type, Molodensky)) {
             title("Molodensky:    ");
             datums();
             rows(kMolodensky);
-        } else if (is("MP_Type", Similarity)) {
+        } else if (equals(type, Similarity)) {
             title("3D Similarity: ");
             datums();
             rows(kSimilarity);
-            if (is("MP_Rotation", CoordinateAxes)) line("Rotation convention: Coordinate axes");
-            if (is("MP_Rotation", PositionVector)) {
-                line("Rotation convention: Pos'n vector (Bursa-Wolfe)");
-            }
+            const Variant rotation = field("MP_Rotation");
+            if (equals(rotation, CoordinateAxes)) line("Rotation convention: Coordinate axes");
+            if (equals(rotation, PositionVector)) line("Rotation convention: Pos'n vector (Bursa-Wolfe)");
         } else {
             title("");
             datums();
@@ -159,18 +162,32 @@ class Report {
 
     void title(std::string_view kind) {
         text_ = kind;
-        if (fileMode_) text_ += joined(field("Description"));
+        if (!fileMode_) return;
+        const Variant description = field("Description");
+        if (!isNull(description)) text_ += toText(description);
     }
 
     void datums() {
-        datum("Datum From : ", "DatumFrom", spheroids_.from);
-        datum("Datum To   : ", "DatumTo", spheroids_.to);
+        const std::string from = lookUp("DatumFrom", spheroids_.from);
+        datumLine("Datum From : ", from, spheroids_.from);
+        const std::string to = lookUp("DatumTo", spheroids_.to);
+        datumLine("Datum To   : ", to, spheroids_.to);
     }
 
-    void datum(const std::string& label, std::string_view datumField, std::string& spheroid) {
-        const std::string name = toText(field(datumField));
-        spheroids_.lookUp(procs_, name, spheroid);
-        line(label + name + blanks(kDatumWidth - text::length(name)) + "    Spheroid: " + spheroid);
+    /// Gives the datum that the field names; its spheroid is found where the arrays are loaded.
+    std::string lookUp(std::string_view datumField, std::string& spheroid) {
+        std::string datum = toText(field(datumField));
+        bool found = false;
+        if (spheroids_.loaded) {
+            spheroid = procs_.GetSpheroidForDatum(datum, spheroids_.datums, spheroids_.spheroids, found);
+        }
+        return datum;
+    }
+
+    void datumLine(std::string_view label, const std::string& datum, const std::string& spheroid) {
+        line(label);
+        text_ += datum + blanks(kDatumWidth - text::length(datum));
+        text_ += "    Spheroid: " + spheroid;
     }
 
     void rows(std::span<const Row> all) {
@@ -185,19 +202,19 @@ class Report {
 
     /// Gives the number as it was printed.
     std::string append(const Number& number) {
-        const std::string stored = reportText(field(number.field));
+        const std::string stored = storedNumber(field(number.field));
         std::string printed = toText(procs_.SetNumericField(stored, number.decimals, true));
         text_.append(number.label).append(printed).append(number.unit);
         return printed;
     }
 
-    void line(const std::string& content) {
-        text_ += "\r\n";
-        text_.append(fileMode_ ? 15 : 5, ' ').append(content);
+    /// A value that is Null adds nothing.
+    void line(std::string_view label, const Variant& value = Empty{}) {
+        text_.append("\r\n").append(fileMode_ ? 15 : 5, ' ').append(label);
+        if (!isNull(value)) text_ += toText(value);
     }
 
     Variant field(std::string_view name) { return table_.get(name); }
-    bool is(std::string_view name, double code) { return equals(field(name), code); }
 
     cGenProcs& procs_;
     t_gencvf::RecordSet& table_;
@@ -214,16 +231,14 @@ std::string cGenProcs::TransformationDetails(t_gencvf::RecordSet& transTable, bo
                                              std::string* spheroidForDatumFROM,
                                              std::string* spheroidForDatumTO, std::string* copyright) {
     return procedure(library_, "(Class Module) cGenProcs::TransformationDetails", [&] {
-        std::string ignored[3];
-        const auto orIgnored = [&](std::string* given, int i) -> std::string& {
-            return given != nullptr ? *given : ignored[i];
-        };
-        std::string& copyrightOut = orIgnored(copyright, 2);
-        copyrightOut.clear();
+        std::string from, to, ignored;  // where the caller has none
         const Spheroids spheroids{spheroidOK && datumHok, Spheroid, DatumH,
-                                  orIgnored(spheroidForDatumFROM, 0), orIgnored(spheroidForDatumTO, 1)};
+                                  spheroidForDatumFROM != nullptr ? *spheroidForDatumFROM : from,
+                                  spheroidForDatumTO != nullptr ? *spheroidForDatumTO : to};
+        std::string& copyrightText = copyright != nullptr ? *copyright : ignored;
+        copyrightText.clear();
         return Report(*this, transTable, spheroids, fileMode)
-            .compose(library_.application().legalCopyright, copyrightOut);
+            .compose(library_.application().legalCopyright, copyrightText);
     });
 }
 

@@ -1,16 +1,9 @@
 #include "host/memory_record_set.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace t_gencvf {
 namespace {
-
-TableDefinition tableOf(const std::vector<MemoryRecordSet::Field>& record) {
-    TableDefinition table;
-    for (const MemoryRecordSet::Field& field : record) table.fields.push_back({field.name});
-    return table;
-}
 
 const std::string* textOf(const Variant& value) { return std::get_if<std::string>(&value); }
 
@@ -26,42 +19,58 @@ bool isLess(const Variant& a, const Variant& b) {
 
 MemoryRecordSet::MemoryRecordSet(TableDefinition table) : TableRecordSet(std::move(table)) {}
 
-MemoryRecordSet::MemoryRecordSet(const std::vector<Field>& record) : TableRecordSet(tableOf(record)) {
-    Record& values = records_.emplace_back();
-    for (const Field& field : record) values.push_back(field.value);
-    order_ = {0};
+MemoryRecordSet MemoryRecordSet::ofRecord(const std::vector<Field>& record) {
+    TableDefinition table;
+    Changes values;
+    for (const Field& field : record) {
+        table.fields.push_back({field.name});
+        values.emplace_back(fieldValue(FieldType::Any, field.value));
+    }
+    MemoryRecordSet set(std::move(table));
+    set.append(values);
+    set.toFirst();
+    return set;
 }
 
 void MemoryRecordSet::change(const Changes& changes) {
-    Record& record = records_[order_[position_]];
+    const std::size_t current = order_[position_];
     for (std::size_t i = 0; i < changes.size(); ++i) {
-        if (changes[i]) record[i] = *changes[i];
+        if (changes[i]) records_[current][i] = *changes[i];
     }
-    arrange();
+    if (!orderField_ || !changes[*orderField_]) return;
+    order_.erase(order_.begin() + static_cast<std::ptrdiff_t>(position_));
+    position_ = place(current);
 }
 
 void MemoryRecordSet::append(const Changes& changes) {
-    Record& record = records_.emplace_back();
+    Record record;
     for (const auto& change : changes) record.push_back(change.value_or(t_genproc::Null{}));
-    arrange();
+    order_.reserve(records_.size() + 1);
+    records_.push_back(std::move(record));
+    const bool wasAtEnd = atEnd();
+    const std::size_t position = place(records_.size() - 1);
+    if (wasAtEnd || position <= position_) ++position_;
 }
 
 void MemoryRecordSet::orderBy(std::size_t field) {
     orderField_ = field;
-    arrange();
+    std::ranges::sort(order_, [this](std::size_t a, std::size_t b) { return isAhead(a, b); });
     position_ = 0;
 }
 
-const Variant& MemoryRecordSet::key(std::size_t record) const { return records_[record][*orderField_]; }
+/// In the order by the indexed field; of records that are equal there, the older one is ahead.
+bool MemoryRecordSet::isAhead(std::size_t a, std::size_t b) const {
+    if (isLess(key(a), key(b))) return true;
+    return a < b && !isLess(key(b), key(a));
+}
 
-/// Puts the records into their order, and keeps the current one.
-void MemoryRecordSet::arrange() {
-    const std::size_t current = atEnd() ? records_.size() : order_[position_];
-    order_.resize(records_.size());
-    std::iota(order_.begin(), order_.end(), std::size_t{0});
-    if (orderField_)
-        std::ranges::stable_sort(order_, isLess, [this](std::size_t i) -> const Variant& { return key(i); });
-    position_ = static_cast<std::size_t>(std::ranges::find(order_, current) - order_.begin());
+/// Puts the record where it belongs, and gives its position there.
+std::size_t MemoryRecordSet::place(std::size_t record) {
+    const auto place =
+        !orderField_ ? order_.end()
+                     : std::ranges::lower_bound(
+                           order_, record, [this](std::size_t a, std::size_t b) { return isAhead(a, b); });
+    return static_cast<std::size_t>(order_.insert(place, record) - order_.begin());
 }
 
 bool MemoryRecordSet::find(SeekComparison comparison, const Variant& wanted) {

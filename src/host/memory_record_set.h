@@ -1,9 +1,7 @@
 /// Record sets that live in memory, for hosts without a database and for tests.
 ///
-///     MemoryRecordSet transformation{{{"TransType", 1}, {"DatumFrom", "AGD66"}, {"MP_DX", -127.8}}};
+///     auto transformation = MemoryRecordSet::ofRecord({{"TransType", 1}, {"MP_DX", -127.8}});
 #pragma once
-
-#include <memory>
 
 #include "host/table_record_set.h"
 
@@ -14,12 +12,12 @@ class MemoryRecordSet : public TableRecordSet {
     /// An empty table.
     explicit MemoryRecordSet(TableDefinition table);
 
-    /// One record of fields that take any value, and stands on it.
     struct Field {
         std::string name;
         Variant value;
     };
-    explicit MemoryRecordSet(const std::vector<Field>& record);
+    /// A table of one record, whose fields take any value; the record set stands on it.
+    static MemoryRecordSet ofRecord(const std::vector<Field>& record);
 
     bool atEnd() override { return position_ == order_.size(); }
 
@@ -35,8 +33,9 @@ class MemoryRecordSet : public TableRecordSet {
     void orderBy(std::size_t field) override;
     bool find(SeekComparison comparison, const Variant& key) override;
 
-    void arrange();
-    const Variant& key(std::size_t record) const;
+    const Variant& key(std::size_t record) const { return records_[record][*orderField_]; }
+    bool isAhead(std::size_t a, std::size_t b) const;
+    std::size_t place(std::size_t record);
 
     std::vector<Record> records_;
     std::optional<std::size_t> orderField_;

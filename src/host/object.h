@@ -58,7 +58,7 @@ class LateBound {
     }
 
     Variant get() const;
-    /// Whether it is an object of the kind that a text box is.
+    /// Whether it is an object with the typeName "TextBox".
     bool isTextBox() const;
     std::string text() const { return t_genproc::toText(get()); }
     void operator=(const Variant& value) const;

@@ -68,7 +68,8 @@ class RecordSet {
     /// Orders the records by an index and moves to the first of them. Error 3015: no such index.
     virtual void setIndex(std::string_view name) = 0;
     /// Moves to the first record whose indexed field compares to `key` as asked; false: there is none, and no
-    /// current record either. Nothing compares to Null. Error 3019: no index is set.
+    /// current record either. The key is taken as a value of the field's type; nothing compares to Null.
+    /// Error 3019: no index is set; 6 and 13: no such value.
     virtual bool seek(SeekComparison comparison, const Variant& key) = 0;
 };
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <utility>
 
 #include "host/record_set.h"
 
@@ -23,10 +24,10 @@ class TableRecordSet : public RecordSet {
     bool seek(SeekComparison comparison, const Variant& key) final;
 
    protected:
-    /// One for each field; none where the edit has not set it.
+    /// One for each field, counted from 0; none where the edit has not set it.
     using Changes = std::vector<std::optional<Variant>>;
 
-    /// Positions of fields and indexes start at 0. `record` below is the current one, which exists.
+    /// Called where there is a current record, except append, toFirst and toEnd.
     virtual Variant readField(std::size_t field) = 0;
     virtual void change(const Changes& changes) = 0;
     virtual void append(const Changes& changes) = 0;
@@ -49,7 +50,7 @@ class TableRecordSet : public RecordSet {
     void requireEdit() const;
     void start(Edit edit);
 
-    const TableDefinition table_;
+    TableDefinition table_;
     std::optional<std::size_t> indexedField_;
     Edit edit_ = Edit::None;
     Changes changes_;

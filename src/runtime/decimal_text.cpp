@@ -77,7 +77,8 @@ class Digits {
 
    private:
     static void copyPart(std::string_view part, Position from, Position length, char* to) {
-        const Position start = std::max<Position>(from, 0), end = std::min(from + length, std::ssize(part));
+        const Position start = std::max<Position>(from, 0),
+                       end = std::min<Position>(from + length, std::ssize(part));
         if (start < end) std::copy(part.begin() + start, part.begin() + end, to + (start - from));
     }
 

@@ -36,27 +36,17 @@ std::ptrdiff_t significantDigits(std::string_view text) {
     return std::ranges::count_if(mantissa, [](char c) { return c >= '0' && c <= '9'; });
 }
 
-/// `value` to that many significant digits, unless it is then beyond the range of a double.
+/// The number that has the first `digits` significant digits of `value`, or `value` itself where that is
+/// beyond the range of a double.
 template <class Number>
-Number rounded(Number value, int digits) {
+double rounded(Number value, int digits) {
     std::array<char, 64> buffer{};
     const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
                                    std::chars_format::scientific, digits - 1)
                          .ptr;
-    std::from_chars(buffer.data(), end, value);
-    return value;
-}
-
-template <class Number>
-std::string forReport(Number value) {
-    if (!std::isfinite(value)) throw RuntimeError(ErrorNumber::Overflow);
-    if (value == 0) return " 0";  // -0 too
-    std::string text = shortest(value);
-    constexpr int kDigits = std::numeric_limits<Number>::digits10 + (sizeof(Number) == sizeof(float) ? 1 : 0);
-    if (significantDigits(text) > kDigits) text = shortest(rounded(value, kDigits));
-    if (value > 0) text.insert(0, " ");
-    if (text[1] == '0') text.erase(1, 1);
-    return text;
+    double result = value;
+    std::from_chars(buffer.data(), end, result);
+    return result;
 }
 
 /// Whether unsigned `digits`, which are out of the range of a double, are so because they are too small.
@@ -79,8 +69,22 @@ bool isBelowOne(std::string_view digits) {
 std::string numberText(std::int64_t value) { return std::to_string(value); }
 std::string numberText(double value) { return shortest(value); }
 std::string numberText(float value) { return shortest(value); }
-std::string reportText(double value) { return forReport(value); }
-std::string reportText(float value) { return forReport(value); }
+
+std::string reportText(double value) {
+    if (!std::isfinite(value)) throw RuntimeError(ErrorNumber::Overflow);
+    if (value == 0) return " 0";  // -0 too
+    std::string text = shortest(value);
+    constexpr int kDigits = std::numeric_limits<double>::digits10;
+    if (significantDigits(text) > kDigits) text = shortest(rounded(value, kDigits));
+    if (value > 0) text.insert(0, " ");
+    if (text[1] == '0') text.erase(1, 1);
+    return text;
+}
+
+std::string reportText(float value) {
+    constexpr int kDigits = std::numeric_limits<float>::digits10 + 1;
+    return reportText(rounded(value, kDigits));
+}
 
 std::optional<double> parseNumber(std::string_view text) {
     std::string digits(text::trim(text));

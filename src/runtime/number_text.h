@@ -17,7 +17,8 @@ std::string numberText(double value);
 std::string numberText(float value);
 
 /// For reports: at most 15 significant digits (of a float, 7), a blank ahead of a number that is not negative
-/// and no zero ahead of its point: " 12.5", "-.25". Exponents as above. Error 6: infinity or no number.
+/// and no zero ahead of its point: " 12.5", "-.25". Exponents as for a double above. What would round
+/// beyond the range of a double keeps its digits. Error 6: infinity or no number.
 std::string reportText(double value);
 std::string reportText(float value);
 

@@ -1,4 +1,4 @@
-#include <array>
+#include <string_view>
 #include <variant>
 
 #include "frame/cGenProcs.h"
@@ -11,7 +11,7 @@ namespace {
 
 using t_gencvf::LeastSquaresOptions;
 using t_gencvf::RecordSet;
-using LS = LeastSquaresOptions;
+using LS = LeastSquaresOptions;  // for the table
 
 constexpr std::int16_t kRule = -5;  // of the host's normaliser
 
@@ -97,30 +97,33 @@ constexpr HeaderField kHeaderFields[] = {
     {"SavePtEntryOpt", Default{&LS::SavePtEntryOpt}, When::LeastSquaresMode},
 };
 
-Variant valueOr(const Variant& value, const Variant& otherwise) {
-    return isEmpty(value) || isNull(value) ? otherwise : value;
-}
+bool isMissing(const Variant& value) { return isEmpty(value) || isNull(value); }
 
-/// What a field that holds `value` is to hold.
-struct Completed {
-    const LS& options;
-    t_gencvf::Utility& host;
-    const Variant& value;
+/// Writes a field as its treatment asks.
+struct Completion {
+    Library& library;
+    RecordSet& header;
+    const LeastSquaresOptions& options;
+    std::string_view field;
 
-    Variant operator()(Normalised field) const {
-        return host.Normalise(toDouble(valueOr(value, options.*field.option)), kRule);
+    void operator()(Normalised treatment) const {
+        const Variant value = header.get(field);
+        const double number = isMissing(value) ? options.*treatment.option : toDouble(value);
+        header.let(field, library.utility().Normalise(number, kRule));
     }
-    Variant operator()(Default field) const {
-        return std::visit([&](auto option) { return valueOr(value, options.*option); }, field);
+    void operator()(Default treatment) const {
+        Variant value = header.get(field);
+        if (isMissing(value)) std::visit([&](auto option) { value = options.*option; }, treatment);
+        header.let(field, value);
     }
-    Variant operator()(Overwritten field) const { return options.*field.option; }
+    void operator()(Overwritten treatment) const { header.let(field, options.*treatment.option); }
 };
 
 }  // namespace
 
 Variant cGenProcs::SetDefaultIfNull(const Variant& valu, const Variant& defaultVal) {
     return procedure(library_, "(Class Module) cGenProcs::Function SetDefaultIfNull",
-                     [&] { return valueOr(valu, defaultVal); });
+                     [&] { return isMissing(valu) ? defaultVal : valu; });
 }
 
 void cGenProcs::CheckLSOptionDefaults(RecordSet& dataHeader, const LeastSquaresOptions& LSOptPref,
@@ -129,9 +132,7 @@ void cGenProcs::CheckLSOptionDefaults(RecordSet& dataHeader, const LeastSquaresO
         for (const HeaderField& field : kHeaderFields) {
             if (field.when == When::NewHeader && headerExists) continue;
             if (field.when == When::LeastSquaresMode && !LSmode) continue;
-            const Variant value = dataHeader.get(field.name);
-            dataHeader.let(field.name,
-                           std::visit(Completed{LSOptPref, library_.utility(), value}, field.treatment));
+            std::visit(Completion{library_, dataHeader, LSOptPref, field.name}, field.treatment);
         }
     });
 }

@@ -42,7 +42,7 @@ const Transformation kTransformations[] = {
      "Block Shift:   /"
      "Datum From : AGD66         Spheroid: ANS/Datum To   : GDA94         Spheroid: GRS80/Type             : Geographic/"
      "Shift in Latitude: -5.8600 Sec/        Longitude: 0.28125 Sec/           Height: 0.000 m"},
-    {{{"TransType", 'C', 2.0}, {"Description", 'J', "plane"}, {"DatumFrom", '-', "A"}, {"DatumTo", '-', "B"}, {"BS_Plane", 'C', true}, {"BS_Type", 'C', Empty{}},
+    {{{"TransType", 'C', 2.0}, {"Description", 'J', "plane"}, {"DatumFrom", '-', "A"}, {"DatumTo", '-', "B"}, {"BS_Plane", 'C', true}, {"BS_Type", 'C', "0"},
       {"BS_DeltaEastLat", 'N', "1.5E5 "}, {"BS_DeltaNorthLong", 'N', 0.1F}, {"BS_DeltaHeight", 'N', -0.0}},
      "Block Shift:   plane/Type             : Grid (Plane)/"
      "Shift East-West  : 150000.000 m/      North-South: 0.100 m/      Vertical   : 0.000 m"},
@@ -72,7 +72,7 @@ struct GeodesyTest : testing::Test, test::TestWorld {
     std::string from = "old", to = "old", copyright = "old";
 
     std::string details(const Record& record, bool fileMode = true, bool loaded = true) {
-        t_gencvf::MemoryRecordSet table(record);
+        t_gencvf::MemoryRecordSet table = t_gencvf::MemoryRecordSet::ofRecord(record);
         return procs.TransformationDetails(table, fileMode, loaded, kSpheroids, true, kDatums, &from, &to,
                                            &copyright);
     }
@@ -147,7 +147,8 @@ TEST_F(GeodesyTest, ReportsFieldsThatCannotBePrinted) {
     expect(with(3, "DatumTo", "Höhen667890"), 5);
     expect(with(3, "MP_DX", -1e15), 5);
     expect(with(3, "MP_DZ", -1e15), 0);  // nothing follows on its line
-    expect(with(3, "MP_DZ", double{NAN}), 6);
+    expect(with(3, "MP_DZ", double{NAN}), 94);
+    expect(with(0, "ZZ_ZoneTo", double{INFINITY}), 6);
     expect(with(3, "MP_DZ", double{INFINITY}), 6);
 }
 

@@ -80,6 +80,41 @@ TEST_F(SampleHost, StartsAndShowsTheSystem) {
     EXPECT_FALSE(fs::exists(folder_ / "drive/Users/Surveyor/AppData/Local/TestFile - SystemConstants.txt"));
 }
 
+TEST_F(SampleHost, DescribesTransformationsHeadersGeoidsAndForms) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"transform list", "^ 1  AGD66 .*\n23  NZGD2000 [^\n]*\n$"},  // describes every record
+        {"transform show 6 --file grid.txt", R"(^C:\\Users\\Surveyor\\Tavoru\\List\\grid.txt.$)"},
+        {"transform show 10",
+         "^Molodensky:    \n     Datum From : NAD27         Spheroid: Clarke 1866\n"
+         "     Datum To   : WGS84         Spheroid: WGS84\n"
+         "     Dx : -8.000 m              Da : -69.4000 m\n"
+         "     Dy : 160.000 m             Df : -0.000037264639\n     Dz : 176.000 m\n$"},
+        {"transform show 13", "Rx : -0.0394924 Sec\n.*Sc : -0.009994 ppm\n.*Coordinate axes\n$"},
+        {"transform show 18", "Geographic\n     Shift in Latitude: 0.0000 Sec\n *Longitude: 10.4050 Sec\n"},
+        {"transform show 20", "^Block Shift:   \n     Type             : Grid .Plane.\n[^\n]*155000.000 m\n"},
+        {"transform show 23", "NZTM2000 .Single Zone.\n     Grid To    : Mount Eden 2000 .Single Zone.\n$"},
+        {"spheroid OSGB36", "^Airy 1830\n$"},
+        {"spheroid LOCAL", "^PLANE\n$"},
+        {"header Quarry", "tdh, new\n.*\n[*] AngleSD +Null +3\n.*\n  SaveDBPoints +Null +Null\n"},
+        {"header Quarry --adjust", "^[^*]*tdh\n[^*]*\n[*] SaveDBPoints +Null +True\n"},
+        {"header Quarry --new", "tdh, new\n.*\n[*] AngleSD +Null +3\n"},
+        {"geoid geoidModelType=TIN geoidUseOne", "GeoidTINreadyOK +False  turned by geoidTinLoaded\n"},
+        {"form <steps",
+         "\\[P1] .*\\[<12.500>] +\\[7.1234] +\\[]\n"
+         "\\[] +\\[] +\\(5319406.250\\)\n\\[] +\\[] +\\[] +\\[]\n"
+         "Focus: East 1, selected: \"12.500\"\n$"},
+    };
+    std::ofstream(folder_ / "steps") << "P1\nenter\n12.5\nenter\n7.1234\ndown\n   \ntrim\nup\nup\nenter\n"
+                                     << "enter\nenter\nup\n12.5\ndown\nup\n";
+    for (const auto& [words, output] : cases) {
+        EXPECT_EQ(run(words), 0) << words << err_;
+        EXPECT_THAT(out_, ContainsRegex(output)) << words;
+    }
+    const std::string report = contents(folder_ / "drive/Users/Surveyor/Tavoru/List/grid.txt");
+    EXPECT_TRUE(report.starts_with("Distortion Grid: Great Britain\r\n               Datum From")) << report;
+    EXPECT_THAT(report, ContainsRegex("OSGBtoETRS.gsb\r\nCopyright [^\n]*\n$"));
+}
+
 TEST_F(SampleHost, AnswersWrongUseAndFailuresInOneLine) {
     const std::pair<std::string, int> uses[] = {
         {"paint", 2},
@@ -94,6 +129,11 @@ TEST_F(SampleHost, AnswersWrongUseAndFailuresInOneLine) {
         {"registry get HKCU Name", 1},
         {"recycle 'C:\\n'", 1},
         {"environment NO_SUCH", 1},
+        {"transform show two", 2},
+        {"transform show 99", 1},
+        {"transform show 1 --file", 2},
+        {"header", 2},
+        {"geoid geoidUse", 2},
     };
     for (const auto& [use, exitCode] : uses) {
         EXPECT_EQ(run(use), exitCode) << use;

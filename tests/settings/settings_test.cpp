@@ -183,7 +183,7 @@ struct DataHeaderTest : SettingsTest {
         for (const std::string& name : fields) {
             if (name != without) record.push_back({name, value});
         }
-        t_gencvf::MemoryRecordSet set(record);
+        auto set = t_gencvf::MemoryRecordSet::ofRecord(record);
         set.edit();
         return set;
     }
