@@ -31,7 +31,7 @@ class MemoryRecordSet : public TableRecordSet {
     void toNext() override { ++position_; }
     void toEnd() override { position_ = order_.size(); }
     void orderBy(std::size_t field) override;
-    bool find(SeekComparison comparison, const Variant& key) override;
+    bool find(SeekComparison comparison, const Variant& wanted) override;
 
     const Variant& key(std::size_t record) const { return records_[record][*orderField_]; }
     bool isAhead(std::size_t a, std::size_t b) const;

@@ -19,7 +19,7 @@ struct FormsTest : testing::Test, test::TestWorld {
     /// Each text box is in the form by its tab position, and in the order of the calls.
     std::shared_ptr<MemoryObject> addBox(int tab, int left, int width, bool enabled = true,
                                          bool visible = true) {
-        const auto box = controls->add("TextBox");
+        auto box = controls->add("TextBox");
         box->add("TabIndex", tab).add("Left", left).add("Width", width);
         box->add("Enabled", enabled).add("Visible", visible).add("Text", "");
         box->addMethod("SetFocus", [this, box = std::weak_ptr(box)](t_gencvf::Arguments) -> Variant {

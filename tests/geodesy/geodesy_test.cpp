@@ -137,10 +137,10 @@ TEST_F(GeodesyTest, ReportsFieldsThatCannotBePrinted) {
         }
     }
 
-    const auto with = [](int transformation, const std::string& field, Variant value) {
+    const auto with = [](int transformation, const std::string& field, const Variant& value) {
         Record record = recordOf(kTransformations[transformation]);
         for (auto& each : record) {
-            if (each.name == field) each.value = std::move(value);
+            if (each.name == field) each.value = value;
         }
         return record;
     };
