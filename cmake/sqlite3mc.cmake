@@ -23,7 +23,10 @@ if(NOT EXISTS ${engine}/sqlite3.c)
   if(NOT sha512 STREQUAL package_sha512)
     message(FATAL_ERROR "${fetched}/${package}.tgz is not the package that was chosen: its SHA-512 differs.")
   endif()
-  file(ARCHIVE_EXTRACT INPUT ${fetched}/${package}.tgz DESTINATION ${fetched} PATTERNS */sqlite3.c */sqlite3.h)
+  # Aside first: an extraction that was interrupted does not count.
+  file(ARCHIVE_EXTRACT INPUT ${fetched}/${package}.tgz DESTINATION ${fetched}/aside PATTERNS */sqlite3.c */sqlite3.h)
+  file(REMOVE_RECURSE ${fetched}/package)
+  file(RENAME ${fetched}/aside/package ${fetched}/package)
   file(REMOVE ${fetched}/${package}.tgz)
 endif()
 

@@ -1,8 +1,7 @@
 #include "entry_form.h"
 
-#include <algorithm>
-
 #include "runtime/text.h"
+#include "screen.h"
 
 namespace tavoru {
 namespace {
@@ -24,6 +23,8 @@ constexpr std::int32_t kControlCount = kFirstBox + 3 * kColumnCount;
 constexpr std::int32_t kDisabledBox = 10;
 constexpr std::int32_t kHiddenBox = 11;
 
+constexpr std::ptrdiff_t kWidth = 17;  // of a column on the screen
+
 std::int32_t number(const LateBound& property) { return t_genproc::toInt32(property.get()); }
 bool isTrue(const LateBound& property) { return t_genproc::toBoolean(property.get()); }
 
@@ -44,12 +45,6 @@ struct Parts {
         behind = text::mid(all, start + length + 1);
     }
 };
-
-std::string padded(const std::string& shown) {
-    constexpr std::ptrdiff_t kWidth = 17;
-    const std::ptrdiff_t missing = std::max<std::ptrdiff_t>(kWidth - text::length(shown), 1);
-    return shown + std::string(static_cast<std::size_t>(missing), ' ');
-}
 
 }  // namespace
 
@@ -114,10 +109,10 @@ std::string EntryForm::drawn(std::int32_t index) const {
 
 Lines EntryForm::lines() const {
     Lines lines(1);
-    for (const auto& column : kColumns) lines[0] += padded(column.heading);
+    for (const auto& column : kColumns) lines[0] += padded(column.heading, kWidth);
     for (std::int32_t i = kFirstBox; i < kControlCount; ++i) {
         if (i % kColumnCount == 0) lines.emplace_back();
-        lines.back() += padded(drawn(i));
+        lines.back() += padded(drawn(i), kWidth);
     }
     for (std::string& line : lines) line = text::trimRight(line);
     lines.push_back(std::string("Focus: ") + columnOf(active()).heading + " " +

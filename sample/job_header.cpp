@@ -1,9 +1,8 @@
 #include "job_header.h"
 
-#include <iomanip>
 #include <map>
-#include <sstream>
 
+#include "screen.h"
 #include "table_fields.h"
 
 namespace tavoru {
@@ -55,23 +54,23 @@ std::string shown(const t_genproc::Variant& value) {
 CompletedHeader completeHeader(Tavoru& tavoru, bool afresh, bool adjusting) {
     CompletedHeader completed{tavoru.job.jobDataPath + tavoru.job.jobName + ".tdh"};
     completed.isNew = afresh || !tavoru.procs.FileExist(completed.fileName);
-    if (completed.isNew) makeHeader(tavoru, completed.fileName);
-    const auto header = tavoru.databases->openDatabase(completed.fileName)->openTable(headerTable().name);
+    withDatabase(completed.fileName, [&] {
+        if (completed.isNew) makeHeader(tavoru, completed.fileName);
+        const auto header = tavoru.databases->openDatabase(completed.fileName)->openTable(headerTable().name);
 
-    std::map<std::string, t_genproc::Variant> before;
-    for (const auto& field : headerTable().fields) before[field.name] = header->get(field.name);
-    header->edit();
-    tavoru.procs.CheckLSOptionDefaults(*header, tavoru.leastSquares, !completed.isNew, adjusting);
-    header->update();
-    for (const auto& [name, type] : headerTable().fields) {
-        const t_genproc::Variant after = header->get(name);
-        const bool isChanged = before[name] != after;
-        std::ostringstream line;
-        line << (isChanged ? "* " : "  ") << std::left << std::setw(21) << name << std::setw(21)
-             << shown(before[name]) << shown(after);
-        completed.fields.push_back(line.str());
-        completed.changes += isChanged ? 1 : 0;
-    }
+        std::map<std::string, t_genproc::Variant> before;
+        for (const auto& field : headerTable().fields) before[field.name] = header->get(field.name);
+        header->edit();
+        tavoru.procs.CheckLSOptionDefaults(*header, tavoru.leastSquares, !completed.isNew, adjusting);
+        header->update();
+        for (const auto& [name, type] : headerTable().fields) {
+            const t_genproc::Variant after = header->get(name);
+            const bool isChanged = before[name] != after;
+            completed.fields.push_back((isChanged ? "* " : "  ") + padded(name, 21) +
+                                       padded(shown(before[name]), 21) + shown(after));
+            completed.changes += isChanged ? 1 : 0;
+        }
+    });
     return completed;
 }
 

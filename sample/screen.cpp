@@ -4,6 +4,8 @@
 #include <iostream>
 #include <sstream>
 
+#include "runtime/text.h"
+
 namespace tavoru {
 namespace {
 
@@ -22,6 +24,11 @@ std::string withAccessKey(std::string caption) {
 
 void print(const Lines& lines, std::string_view indent) {
     for (const std::string& line : lines) std::cout << (line.empty() ? "" : indent) << line << '\n';
+}
+
+std::string padded(const std::string& text, std::ptrdiff_t width) {
+    const std::ptrdiff_t missing = std::max<std::ptrdiff_t>(width - t_genproc::text::length(text), 1);
+    return text + std::string(static_cast<std::size_t>(missing), ' ');
 }
 
 Lines wrapped(const std::string& paragraph) {

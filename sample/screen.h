@@ -1,6 +1,7 @@
 /// What the application shows, as lines of text.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -9,6 +10,9 @@
 namespace tavoru {
 
 void print(const Lines& lines, std::string_view indent = {});
+
+/// With blanks behind it up to `width` characters, and one at least.
+std::string padded(const std::string& text, std::ptrdiff_t width);
 
 /// A paragraph in lines of up to 78 characters.
 Lines wrapped(const std::string& paragraph);

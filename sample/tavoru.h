@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,7 @@
 #include "instanthelp/cInstHelpSettings.h"
 #include "platform/database.h"
 #include "platform_choice.h"
+#include "runtime/errors.h"
 #include "survey_job.h"
 #include "tavoru_host.h"
 
@@ -28,6 +30,16 @@ struct Places {
     std::filesystem::path drive;
     std::filesystem::path samples;  ///< jobs of the office; "Samples" and "Reference" are for the setup
 };
+
+/// Works with a database; a failure is told with the name of its file.
+template <class Body>
+void withDatabase(const std::string& fileName, Body&& body) {
+    try {
+        std::forward<Body>(body)();
+    } catch (const t_genproc::RuntimeError& error) {
+        throw std::runtime_error(fileName + ": " + error.what());
+    }
+}
 
 struct Tavoru {
     /// Installs itself on a new drive, asks the library for its folders, brings the jobs of the office into a

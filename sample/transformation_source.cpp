@@ -66,6 +66,8 @@ class Writer {
         }
     }
 
+    bool hasTransformations() const { return number_ > 0; }
+
    private:
     void startSection(std::string_view name) {
         const t_gencvf::TableDefinition* table = tableNamed(name);
@@ -123,7 +125,7 @@ void write(const std::filesystem::path& source, t_genproc::Database& database) {
     Writer writer(database);
     int number = 0;
     for (std::string line; std::getline(file, line);) {
-        ++number;
+        if (++number == 1 && line.starts_with("\xEF\xBB\xBF")) line.erase(0, 3);  // byte order mark
         if (line.ends_with('\r')) line.pop_back();
         try {
             writer.take(text::trim(line));
@@ -132,6 +134,7 @@ void write(const std::filesystem::path& source, t_genproc::Database& database) {
                                      error.what());
         }
     }
+    if (!writer.hasTransformations()) throw std::runtime_error(source.string() + " has no [Transformations]");
     database.commitTransaction();
 }
 

@@ -7,19 +7,21 @@ namespace tavoru {
 using t_genproc::toText;
 
 TransformationTables::TransformationTables(Tavoru& tavoru) : procs(tavoru.procs) {
-    const auto database = tavoru.databases->openDatabase(tavoru.transformationsPath());
-    const auto spheroid = database->openTable("Spheroids");
-    for (; !spheroid->atEnd(); spheroid->moveNext()) {
-        const auto axis = procs.SetNumericField(toText(spheroid->get("SemiMajorAxis")), 3, true);
-        spheroids.push_back(toText(spheroid->get("Name")) + " (a = " + toText(axis) +
-                            ", 1/f = " + toText(spheroid->get("InverseFlattening")) + ")");
-    }
-    const auto datum = database->openTable("Datums");
-    for (; !datum->atEnd(); datum->moveNext()) {
-        datums.push_back(toText(datum->get("Name")) + "," + toText(datum->get("Spheroid")));
-    }
-    transformations = database->openTable("Transformations");
-    transformations->setIndex("Number");
+    withDatabase(tavoru.transformationsPath(), [&] {
+        const auto database = tavoru.databases->openDatabase(tavoru.transformationsPath());
+        const auto spheroid = database->openTable("Spheroids");
+        for (; !spheroid->atEnd(); spheroid->moveNext()) {
+            const auto axis = procs.SetNumericField(toText(spheroid->get("SemiMajorAxis")), 3, true);
+            spheroids.push_back(toText(spheroid->get("Name")) + " (a = " + toText(axis) +
+                                ", 1/f = " + toText(spheroid->get("InverseFlattening")) + ")");
+        }
+        const auto datum = database->openTable("Datums");
+        for (; !datum->atEnd(); datum->moveNext()) {
+            datums.push_back(toText(datum->get("Name")) + "," + toText(datum->get("Spheroid")));
+        }
+        transformations = database->openTable("Transformations");
+        transformations->setIndex("Number");
+    });
 }
 
 TransformationTables::Report TransformationTables::report(bool forFile) {

@@ -15,6 +15,7 @@ int fillForm(const Places& places, const Arguments& /*arguments*/) {
     EntryForm form(tavoru.procs);
     print(form.lines());
     for (std::string step; std::getline(std::cin, step);) {
+        if (step.ends_with('\r')) step.pop_back();
         print({"", "> " + step});
         try {
             form.step(step);

@@ -1,13 +1,12 @@
 // Datum transformations, spheroids, geoid models, and the header of a job.
 
 #include <algorithm>
-#include <array>
+#include <functional>
 #include <iomanip>
 #include <iostream>
 
 #include "commands/commands.h"
 #include "job_header.h"
-#include "runtime/number_text.h"
 #include "screen.h"
 #include "transformations.h"
 
@@ -42,8 +41,8 @@ void writeReport(Tavoru& tavoru, const TransformationTables::Report& report, con
 }
 
 int showTransformation(const Places& places, const Arguments& arguments) {
-    if (!t_genproc::parseNumber(arguments[0])) {
-        throw WrongUse("transform show: " + arguments[0] + " is no number");
+    if (arguments[0].size() > 6 || arguments[0].find_first_not_of("0123456789") != std::string::npos) {
+        throw WrongUse("transform show: " + arguments[0] + " is no number of a transformation");
     }
     Tavoru tavoru(places);
     TransformationTables tables(tavoru);
@@ -106,21 +105,50 @@ constexpr struct {
     {"plotGeographic", [](GeoidSettings& s) -> bool& { return s.plotGeographic; }},
 };
 
-constexpr const char* kTests[] = {"GeoidGRIDoptionsOK", "GeoidTINoptionsOK", "GeoidGRIDreadyOK",
-                                  "GeoidTINreadyOK", "GeoidModelReady"};
+constexpr struct {
+    const char* name;
+    bool (*ask)(t_genproc::cGenProcs& procs, const GeoidSettings& s);
+} kTests[] = {
+    {"GeoidGRIDoptionsOK",
+     [](auto& procs, const auto& s) { return procs.GeoidGRIDoptionsOK(s.configuration); }},
+    {"GeoidTINoptionsOK",
+     [](auto& procs, const auto& s) {
+         return procs.GeoidTINoptionsOK(s.configuration, s.general, s.plotGeographic);
+     }},
+    {"GeoidGRIDreadyOK",
+     [](auto& procs, const auto& s) { return procs.GeoidGRIDreadyOK(s.configuration, s.general); }},
+    {"GeoidTINreadyOK",
+     [](auto& procs, const auto& s) {
+         return procs.GeoidTINreadyOK(s.configuration, s.general, s.plotGeographic);
+     }},
+    {"GeoidModelReady",
+     [](auto& procs, const auto& s) {
+         return procs.GeoidModelReady(s.configuration, s.general, s.plotGeographic);
+     }},
+};
 
-/// What the tests answer.
-std::array<bool, std::size(kTests)> answers(t_genproc::cGenProcs& procs, const GeoidSettings& settings) {
-    const auto& [configuration, general, plotGeographic] = settings;
-    return {procs.GeoidGRIDoptionsOK(configuration),
-            procs.GeoidTINoptionsOK(configuration, general, plotGeographic),
-            procs.GeoidGRIDreadyOK(configuration, general),
-            procs.GeoidTINreadyOK(configuration, general, plotGeographic),
-            procs.GeoidModelReady(configuration, general, plotGeographic)};
+/// The settings with one of them changed: "geoidUseOne" turns it, "geoidUseOne=True" sets it.
+GeoidSettings changed(GeoidSettings settings, const std::string& word) {
+    if (word.starts_with(kModelType)) {
+        settings.configuration.geoidModelType = word.substr(kModelType.size());
+        return settings;
+    }
+    const std::size_t end = std::min(word.find('='), word.size());
+    const std::string value = word.substr(end);
+    const auto member =
+        std::ranges::find(kSwitches, word.substr(0, end), [](const auto& one) { return one.name; });
+    if (member == std::end(kSwitches) || (!value.empty() && value != "=True" && value != "=False")) {
+        std::string names;
+        for (const auto& one : kSwitches) names += std::string(", ") + one.name;
+        throw WrongUse("geoid: " + word + " is none of " + std::string(kModelType) + "NAME" + names);
+    }
+    bool& setting = member->in(settings);
+    setting = value.empty() ? !setting : value == "=True";
+    return settings;
 }
 
-/// What one can turn: a switch by its name, the model type by naming another.
-Arguments allTurns(const t_gencvf::Application& names) {
+/// What can be changed: the model type to another, each switch to its opposite.
+Arguments allChanges(const t_gencvf::Application& names) {
     Arguments words;
     for (const std::string& model : {names.gridModelName1, names.gridModelName2, names.tinModelName}) {
         words.push_back(std::string(kModelType) + model);
@@ -129,25 +157,37 @@ Arguments allTurns(const t_gencvf::Application& names) {
     return words;
 }
 
-GeoidSettings turned(GeoidSettings settings, const std::string& word) {
-    const auto member = std::ranges::find(kSwitches, word, [](const auto& one) { return one.name; });
-    if (member != std::end(kSwitches)) {
-        member->in(settings) = !member->in(settings);
-    } else if (word.starts_with(kModelType)) {
-        settings.configuration.geoidModelType = word.substr(kModelType.size());
-    } else {
-        std::string names;
-        for (const auto& one : kSwitches) names += std::string(", ") + one.name;
-        throw WrongUse("geoid: " + word + " is none of " + std::string(kModelType) + "NAME" + names);
+/// Takes a test's answer for other settings, and gives whether that is what one looks for.
+using Wanted = std::function<bool(const GeoidSettings& settings)>;
+
+/// The sets of `count` changes, those from `first` on, that make the settings wanted.
+void findChanges(const Arguments& changes, std::size_t first, int count, const GeoidSettings& settings,
+                 const std::string& words, const Wanted& isWanted, Lines& found) {
+    if (count == 0) {
+        if (isWanted(settings)) found.push_back(words);
+        return;
     }
-    return settings;
+    for (std::size_t i = first; i < changes.size(); ++i) {
+        findChanges(changes, i + 1, count - 1, changed(settings, changes[i]),
+                    words + (words.empty() ? "" : " with ") + changes[i], isWanted, found);
+    }
+}
+
+/// What decides a test: each change that alone turns its answer, or else one of the smallest sets that do.
+std::string decidingChanges(const Arguments& changes, const GeoidSettings& settings, const Wanted& isTurned) {
+    Lines found;
+    for (int count = 1; found.empty(); ++count) findChanges(changes, 0, count, settings, "", isTurned, found);
+    if (found.front().find(" with ") != std::string::npos) return found.front();
+    std::string all;
+    for (const std::string& change : found) all += (all.empty() ? "" : " or ") + change;
+    return all;
 }
 
 int testGeoid(const Places& places, const Arguments& arguments) {
     Tavoru tavoru(places);
-    const Arguments turns = allTurns(tavoru.host.application());
+    const Arguments changes = allChanges(tavoru.host.application());
     GeoidSettings settings;
-    for (const std::string& word : arguments) settings = turned(settings, word);
+    for (const std::string& word : arguments) settings = changed(settings, word);
 
     Lines members{std::string(kModelType) + settings.configuration.geoidModelType};
     for (const auto& [name, in] : kSwitches) {
@@ -155,14 +195,13 @@ int testGeoid(const Places& places, const Arguments& arguments) {
     }
     print(inColumns(members));
     print({""});
-    const auto held = answers(tavoru.procs, settings);
-    for (std::size_t i = 0; i < std::size(kTests); ++i) {
-        std::string deciding;
-        for (const std::string& turn : turns) {
-            if (answers(tavoru.procs, turned(settings, turn))[i] != held[i]) deciding += " " + turn;
-        }
-        std::cout << std::left << std::setw(20) << kTests[i] << std::setw(7) << (held[i] ? "True" : "False")
-                  << (deciding.empty() ? "no member alone turns it" : "turned by" + deciding) << '\n';
+    for (const auto& test : kTests) {
+        const bool holds = test.ask(tavoru.procs, settings);
+        const auto isTurned = [&](const GeoidSettings& other) {
+            return test.ask(tavoru.procs, other) != holds;
+        };
+        print({padded(test.name, 20) + (holds ? "True   " : "False  ") + "turned by " +
+               decidingChanges(changes, settings, isTurned)});
     }
     return 0;
 }

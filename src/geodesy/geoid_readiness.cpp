@@ -4,6 +4,8 @@
 
 namespace t_genproc {
 
+// Reading a record shows nowhere: members that no longer matter are not read.
+
 using t_gencvf::JobConfiguration;
 using t_gencvf::JobGeneral;
 

@@ -18,6 +18,8 @@ namespace t_gencvf {
 
 using t_genproc::Variant;
 
+/// A field of type Any holds a value of any type. A file may keep only what kind of value that is: Null, a
+/// whole number, a Double or a text.
 enum class FieldType { Any, Boolean, Byte, Integer, Long, Single, Double, Date, Text };
 
 struct FieldDefinition {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "runtime/errors.h"
 #include "runtime/integers.h"
@@ -33,9 +34,9 @@ bool isNothing(const Variant& value) {
 float toSingle(const Variant& value) {
     if (const auto* single = std::get_if<float>(&value)) return *single;
     const double number = t_genproc::toDouble(value);
-    const auto single = static_cast<float>(number);
-    if (std::isinf(single) && !std::isinf(number)) raise(ErrorNumber::Overflow);
-    return single;
+    constexpr double kMost = std::numeric_limits<float>::max();
+    if (std::abs(number) > kMost && !std::isinf(number)) raise(ErrorNumber::Overflow);
+    return static_cast<float>(number);
 }
 
 }  // namespace
@@ -124,9 +125,10 @@ void TableRecordSet::moveNext() {
 
 void TableRecordSet::setIndex(std::string_view name) {
     const std::size_t index = positionOf(table_.indexes, name, ErrorNumber::NoSuchIndex);
-    indexedField_ = fieldAt(table_.indexes[index].field);
+    const std::size_t field = fieldAt(table_.indexes[index].field);
     start(Edit::None);
-    orderBy(*indexedField_);
+    orderBy(field);
+    indexedField_ = field;
 }
 
 bool TableRecordSet::seek(SeekComparison comparison, const Variant& key) {

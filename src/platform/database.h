@@ -15,7 +15,9 @@
 namespace t_genproc {
 
 /// Open as long as it, or a record set of it, exists. Any member raises 3043 where the file cannot be read or
-/// written, 3260 where another program holds it, and 3343 where it holds no database.
+/// written, 61 where the disk is full, 3027 where the file takes no changes, 3260 where another program holds
+/// it, 3343 where it holds no database, 3022 for a second value of a field that has each but once, and 5 for
+/// what the engine finds wrong with a definition, a value or the order of calls.
 class Database {
    public:
     virtual ~Database() = default;

@@ -91,6 +91,14 @@ TEST_F(FormsTest, ReportWhatTheFormLacks) {
     EXPECT_EQ(failure(1), "6" + name);
 
     focus(addBox(0, 0, 10));
+    addBox(1, 20, 10);
+    addBox(1, 30, 10, false);
+    const auto second = addBox(1, 0, 10);  // the first of that position that is in the column
+    EXPECT_TRUE(procs.TextBoxDownAdvance(form, 1));
+    EXPECT_EQ(toObject(form->get("ActiveControl")), second);
+    form->add("Controls", ObjectPointer(std::make_shared<MemoryControlArray>()));
+    EXPECT_FALSE(procs.TextBoxDownAdvance(form, 1));
+    form->add("Controls", ObjectPointer(controls));
     controls->add("TextBox")->add("Text", "");
     EXPECT_EQ(failure(1), "438" + name);
     EXPECT_EQ(failureOf([&] { procs.SelectText(form); }), "438 (Class Module) cGenProcs::Sub SelectText");

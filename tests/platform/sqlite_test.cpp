@@ -99,5 +99,19 @@ TEST_F(SqliteTest, TakesNamesAsTheyAre) {
     EXPECT_EQ(errorOf([&] { records->edit(), records->let("a", "b"), records->update(); }), 3022);
 }
 
+TEST_F(SqliteTest, GoesOnFromARecordThatIsGone) {
+    database->createTable({"t", {{"a"}}, {{"ByA", "a"}}});
+    other.execute("INSERT INTO t (a) VALUES ('c'), ('a'), ('b')");
+    auto records = database->openTable("t");
+    records->setIndex("ByA");
+    records->moveNext();
+    other.execute("DELETE FROM t WHERE a = 'b'");
+    records->moveNext();
+    EXPECT_EQ(records->get("a"), Variant("c"));
+    other.execute("ALTER TABLE t RENAME a TO z");
+    EXPECT_NE(errorOf([&] { records->setIndex("ByA"); }), 0);
+    EXPECT_EQ(errorOf([&] { records->seek(t_gencvf::SeekComparison::Equal, "c"); }), 5);
+}
+
 }  // namespace
 }  // namespace t_genproc

@@ -98,7 +98,8 @@ TEST_F(SampleHost, DescribesTransformationsHeadersGeoidsAndForms) {
         {"header Quarry", "tdh, new\n.*\n[*] AngleSD +Null +3\n.*\n  SaveDBPoints +Null +Null\n"},
         {"header Quarry --adjust", "^[^*]*tdh\n[^*]*\n[*] SaveDBPoints +Null +True\n"},
         {"header Quarry --new", "tdh, new\n.*\n[*] AngleSD +Null +3\n"},
-        {"geoid geoidModelType=TIN geoidUseOne", "GeoidTINreadyOK +False  turned by geoidTinLoaded\n"},
+        {"geoid geoidModelType=TIN geoidUseOne",
+         "GeoidTINreadyOK +False  turned by geoidTinLoaded\n.*geoidEnabled with geoidTinAvailable\n"},
         {"form <steps",
          "\\[P1] .*\\[<12.500>] +\\[7.1234] +\\[]\n"
          "\\[] +\\[] +\\(5319406.250\\)\n\\[] +\\[] +\\[] +\\[]\n"
@@ -134,6 +135,8 @@ TEST_F(SampleHost, AnswersWrongUseAndFailuresInOneLine) {
         {"transform show 1 --file", 2},
         {"header", 2},
         {"geoid geoidUse", 2},
+        {"geoid geoidUseOne=yes", 2},
+        {"transform show 1.5", 2},
     };
     for (const auto& [use, exitCode] : uses) {
         EXPECT_EQ(run(use), exitCode) << use;

@@ -205,7 +205,7 @@ TEST_F(DataHeaderTest, IsCompletedFromTheOptions) {
                     : number >= 44 && number <= 48 ? optionTexts[number - 44]
                                                    : std::to_string(number);
                 const bool runs = treatment == 'O' ? (mode & 1) == 0
-                                                   : treatment <= 'O' || treatment == 'D' || (mode & 2) != 0;
+                                                   : treatment == 'N' || treatment == 'D' || (mode & 2) != 0;
                 std::string expected = isNew ? "" : " 7.5";
                 if (runs && treatment == 'N') expected = isNew ? std::to_string(number * 100 - 5) : "745";
                 if (runs && treatment != 'N' && (isNew || treatment == 'O' || treatment == 'S'))

@@ -34,8 +34,11 @@ Variant narrowest(std::int64_t whole) {
     return value;
 }
 
+/// As a single where it is one.
 Variant single(double number) {
-    if (std::abs(number) > std::numeric_limits<float>::max() && !std::isinf(number)) return number;
+    constexpr double kMost = std::numeric_limits<float>::max();
+    if (std::abs(number) <= kMost && double{static_cast<float>(number)} != number) return number;
+    if (std::abs(number) > kMost && !std::isinf(number)) return number;
     return static_cast<float>(number);
 }
 

@@ -16,7 +16,8 @@ t_gencvf::FieldType fieldType(std::string_view declared);
 /// value that it is, a whole number as the narrowest type from Integer on that holds it, or else as a Double.
 Variant valueOf(t_gencvf::FieldType type, const Cell& cell);
 
-/// How `value` is kept; a text refers to it. True is -1, so that False comes after it in an index.
+/// How `value` is kept; a text refers to it. True is -1, so that False comes after it in an index; a 1 is
+/// read as True too, but no seek for True finds it.
 Cell cellOf(const Variant& value);
 
 }  // namespace t_genproc::sqlite

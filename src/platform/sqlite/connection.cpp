@@ -23,14 +23,24 @@ constexpr std::array kFailures{
     Failure{SQLITE_NOTADB, ErrorNumber::UnrecognizedDatabase},
     Failure{SQLITE_FULL, ErrorNumber::DiskFull},
     Failure{SQLITE_CANTOPEN, ErrorNumber::NotAValidPath},
-    Failure{SQLITE_CONSTRAINT, ErrorNumber::DuplicateValue},
+    Failure{SQLITE_CONSTRAINT_UNIQUE, ErrorNumber::DuplicateValue},
+    Failure{SQLITE_CONSTRAINT_PRIMARYKEY, ErrorNumber::DuplicateValue},
+    Failure{SQLITE_CONSTRAINT_ROWID, ErrorNumber::DuplicateValue},
+    Failure{SQLITE_CONSTRAINT, ErrorNumber::InvalidProcedureCall},
+    Failure{SQLITE_MISMATCH, ErrorNumber::InvalidProcedureCall},
+    Failure{SQLITE_MISUSE, ErrorNumber::InvalidProcedureCall},
+    Failure{SQLITE_ERROR, ErrorNumber::InvalidProcedureCall},
 };
 
+/// The row of the code itself, or else of the group that its lowest byte names.
 void raiseOnFailure(int code) {
     if (code == SQLITE_OK || code == SQLITE_ROW || code == SQLITE_DONE) return;
-    constexpr int kPrimary = 0xFF;
-    const auto* const found = std::ranges::find(kFailures, code & kPrimary, &Failure::code);
-    throw RuntimeError(found == kFailures.end() ? ErrorNumber::DiskOrNetwork : found->number);
+    constexpr int kGroup = 0xFF;
+    for (const int sought : {code, code & kGroup}) {
+        const auto* const found = std::ranges::find(kFailures, sought, &Failure::code);
+        if (found != kFailures.end()) throw RuntimeError(found->number);
+    }
+    throw RuntimeError(ErrorNumber::DiskOrNetwork);
 }
 
 /// A write of another program is over in much less; a program that takes longer holds the database, and the
@@ -48,6 +58,7 @@ Connection::Connection(const std::string& path, Opening opening) {
     handle_.reset(handle);  // there is one even where the opening failed
     raiseOnFailure(code);
     ::sqlite3_busy_timeout(handle, kPatience);
+    ::sqlite3_extended_result_codes(handle, 1);
     // The file is not looked at, nor its header written, before it is needed.
     execute(opening == Opening::New ? "BEGIN IMMEDIATE; COMMIT" : "SELECT count(*) FROM sqlite_schema");
 }
@@ -78,7 +89,10 @@ Statement::Statement(std::shared_ptr<Connection> connection, const std::string& 
 void Statement::run(std::span<const Cell> values, const std::function<void(Row)>& eachRow) {
     struct Reset {
         sqlite3_stmt* handle;
-        ~Reset() { ::sqlite3_reset(handle); }
+        ~Reset() {
+            ::sqlite3_reset(handle);
+            ::sqlite3_clear_bindings(handle);  // the texts are the caller's
+        }
     } reset{handle_.get()};
     int parameter = 0;
     for (const Cell& value : values) bind(++parameter, value);

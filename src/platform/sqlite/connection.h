@@ -26,7 +26,7 @@ using Cell = std::variant<Null, std::int64_t, double, std::string_view>;
 
 enum class Opening { Existing, New };
 
-/// Failures of the engine become run-time errors: 7, 61, 3022, 3027, 3044, 3260, 3343, and 3043 for any
+/// Failures of the engine become run-time errors: 5, 7, 61, 3022, 3027, 3044, 3260, 3343, and 3043 for any
 /// other.
 class Connection {
    public:

@@ -69,7 +69,8 @@ class SqliteDatabase final : public Database {
         connection_->executeTogether(creation(table));
     }
 
-    // The right to write is taken at once, so that nothing fails for another program's writing later.
+    // The right to write is taken at once: where another program writes, this fails, and not a step behind
+    // it.
     void beginTransaction() override { connection_->execute("BEGIN IMMEDIATE"); }
     void commitTransaction() override { connection_->execute("COMMIT"); }
 

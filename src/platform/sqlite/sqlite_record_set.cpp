@@ -1,6 +1,8 @@
 #include "platform/sqlite/sqlite_record_set.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 #include "platform/sqlite/column_types.h"
 #include "runtime/errors.h"
@@ -10,6 +12,7 @@ namespace t_genproc::sqlite {
 namespace {
 
 using t_gencvf::FieldDefinition;
+using t_gencvf::FieldType;
 using t_gencvf::SeekComparison;
 using t_gencvf::TableDefinition;
 
@@ -57,6 +60,7 @@ bool SqliteRecordSet::goTo(Statement& query, std::span<const Cell> parameters) {
         for (const FieldDefinition& field : table().fields) {
             values.push_back(valueOf(field.type, row[values.size() + 1]));
         }
+        if (orderField_) key_ = valueOf(FieldType::Any, row[*orderField_ + 1]);
     });
     if (!number) return false;
     current_ = number;
@@ -69,24 +73,28 @@ void SqliteRecordSet::toFirst() {
 }
 
 void SqliteRecordSet::toNext() {
-    const Cell current = *current_;
+    const Variant key = key_;
+    const std::array<Cell, 2> current{*current_, cellOf(key)};
     for (Statement& query : next_) {
-        if (goTo(query, {&current, 1})) return;
+        if (goTo(query, std::span(current).first(orderField_ ? 2 : 1))) return;
     }
     toEnd();
 }
 
 void SqliteRecordSet::orderBy(std::size_t field) {
     const std::string key = quoted(table().fields[field].name) + " COLLATE BINARY";
-    const std::string current = "(SELECT " + key + " FROM " + table_ + " WHERE " + number_ + " = ?1)";
-    first_ = firstRecord("TRUE", key);
+    Statement first = firstRecord("TRUE", key);
     // Three conditions, each of which an index answers by itself.
-    next_.clear();
-    next_.push_back(firstRecord(key + " IS " + current + " AND " + number_ + " > ?1", key));
-    next_.push_back(firstRecord(key + " > " + current, key));
-    next_.push_back(firstRecord(current + " IS NULL AND " + key + " IS NOT NULL", key));
-    find_.clear();
-    for (const char* comparison : {" = ?", " >= ?"}) find_.push_back(firstRecord(key + comparison, key));
+    std::vector<Statement> next;
+    next.push_back(firstRecord(key + " IS ?2 AND " + number_ + " > ?1", key));
+    next.push_back(firstRecord(key + " > ?2", key));
+    next.push_back(firstRecord("?2 IS NULL AND " + key + " IS NOT NULL", key));
+    std::vector<Statement> find;
+    for (const char* comparison : {" = ?", " >= ?"}) find.push_back(firstRecord(key + comparison, key));
+    std::swap(first_, first);
+    std::swap(next_, next);
+    std::swap(find_, find);
+    orderField_ = field;
     toFirst();
 }
 
@@ -119,13 +127,16 @@ void SqliteRecordSet::change(const Changes& changes) {
 }
 
 void SqliteRecordSet::append(const Changes& changes) {
-    std::string places;
+    std::string names, places;
     std::vector<Cell> values;
-    for (const auto& change : changes) {
+    for (std::size_t i = 0; i < changes.size(); ++i) {
+        if (!changes[i]) continue;
+        names += (names.empty() ? "" : ", ") + quoted(table().fields[i].name);
         places += places.empty() ? "?" : ", ?";
-        values.push_back(change ? cellOf(*change) : Null{});
+        values.push_back(cellOf(*changes[i]));
     }
-    writing("INSERT INTO " + table_ + " (" + fieldNames(table()) + ") VALUES (" + places + ")").run(values);
+    const std::string content = values.empty() ? "DEFAULT VALUES" : '(' + names + ") VALUES (" + places + ')';
+    writing("INSERT INTO " + table_ + ' ' + content).run(values);
 }
 
 }  // namespace t_genproc::sqlite

@@ -37,7 +37,9 @@ class SqliteRecordSet final : public t_gencvf::TableRecordSet {
     std::vector<Statement> find_;  // for each SeekComparison
     std::map<std::string, Statement> writing_;
 
+    std::optional<std::size_t> orderField_;
     std::optional<std::int64_t> current_;
+    Variant key_;  // what the current record is ordered by, as the file holds it
     std::vector<Variant> values_;  // of the current record
 };
 
