@@ -39,7 +39,7 @@ class SqliteRecordSet final : public t_gencvf::TableRecordSet {
 
     std::optional<std::size_t> orderField_;
     std::optional<std::int64_t> current_;
-    Variant key_;  // what the current record is ordered by, as the file holds it
+    Variant key_;                  // what the current record is ordered by, as the file holds it
     std::vector<Variant> values_;  // of the current record
 };
 
