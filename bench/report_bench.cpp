@@ -11,6 +11,7 @@
 #include "folder.h"
 #include "frame/cGenProcs.h"
 #include "frame/library.h"
+#include "host.h"
 #include "host/memory_record_set.h"
 #include "platform/portable/portable_platform.h"
 #include "platform/sqlite/sqlite_engine.h"
@@ -21,19 +22,6 @@ namespace t_genproc::bench {
 namespace {
 
 using t_gencvf::FieldType;
-
-struct Host : t_gencvf::Host {
-    struct Utility : t_gencvf::Utility {
-        bool FolderExists(std::string_view /*folder*/) override { return false; }
-        double Now() override { return 0; }
-        double Normalise(double value, std::int16_t /*rule*/) override { return value; }
-    };
-    const t_gencvf::Application& application() override { return names; }
-    std::unique_ptr<t_gencvf::Utility> createUtility() override { return std::make_unique<Utility>(); }
-    std::unique_ptr<t_gencvf::ErrorReporter> createErrorReporter() override { return nullptr; }
-
-    t_gencvf::Application names;
-};
 
 /// A transformation, and its report by one snprintf of values already read.
 struct Transformation {
@@ -238,7 +226,7 @@ int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     const Folder folder;
     Platform platform = portablePlatform({.driveC = folder.file("")});
-    bench::Host host;
+    bench::Host host(platform);
     Library library(host, platform);
     cGenProcs procs(library);
     const auto database = sqliteEngine(*platform.files)->createDatabase("C:\\bench.db");

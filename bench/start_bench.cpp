@@ -7,7 +7,7 @@
 
 #include "folder.h"
 #include "frame/library.h"
-#include "platform/file_system.h"
+#include "host.h"
 #include "platform/portable/portable_platform.h"
 #include "ratio_table.h"
 #include "startup/cStartProcs.h"
@@ -16,32 +16,6 @@ namespace t_genproc::bench {
 namespace {
 
 constexpr const char* kUser = "Surveyor";
-
-class Host : public t_gencvf::Host {
-   public:
-    explicit Host(const Platform& platform) : platform_(platform) {
-        names_.startUp.appDataSubPath = "Tavoru\\";
-    }
-    const t_gencvf::Application& application() override { return names_; }
-    std::unique_ptr<t_gencvf::Utility> createUtility() override {
-        return std::make_unique<Utility>(platform_);
-    }
-    std::unique_ptr<t_gencvf::ErrorReporter> createErrorReporter() override { return nullptr; }
-
-   private:
-    struct Utility : t_gencvf::Utility {
-        explicit Utility(const Platform& of) : platform(of) {}
-        bool FolderExists(std::string_view folder) override {
-            return folderExists(*platform.files, std::string(folder));
-        }
-        double Now() override { return 0; }
-        double Normalise(double value, std::int16_t /*rule*/) override { return value; }
-        const Platform& platform;
-    };
-
-    const Platform& platform_;
-    t_gencvf::Application names_;
-};
 
 /// One status for each folder, as often as the start asks for it, and one for the marker file of the trace;
 /// that one is missing, so its folder is searched for another spelling of it.
@@ -81,6 +55,7 @@ int main(int argc, char** argv) {
     const std::string drive = folder.file("drive_c");
     Platform platform = portablePlatform({.driveC = drive, .userName = kUser});
     bench::Host host(platform);
+    host.names.startUp.appDataSubPath = "Tavoru\\";
     Library library(host, platform);
     cStartProcs startProcs(library);
     t_gencvf::ProgramState prog;

@@ -68,8 +68,9 @@ bool equals(const Variant& value, double number) { return !isNull(value) && toDo
 bool is(const Variant& value, bool truth) { return !isNull(value) && toBoolean(value) == truth; }
 
 std::string zonePart(const Variant& zone) {
-    if (isNull(zone) || toDouble(zone) <= 0) return " (Single Zone)";
-    if (!std::isfinite(toDouble(zone))) throw RuntimeError(ErrorNumber::Overflow);
+    const double number = isNull(zone) ? 0 : toDouble(zone);
+    if (number <= 0) return " (Single Zone)";
+    if (!std::isfinite(number)) throw RuntimeError(ErrorNumber::Overflow);
     return " Zone" + toText(zone);
 }
 

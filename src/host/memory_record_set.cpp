@@ -45,7 +45,6 @@ void MemoryRecordSet::change(const Changes& changes) {
 void MemoryRecordSet::append(const Changes& changes) {
     Record record;
     for (const auto& change : changes) record.push_back(change.value_or(t_genproc::Null{}));
-    order_.reserve(records_.size() + 1);
     records_.push_back(std::move(record));
     const bool wasAtEnd = atEnd();
     const std::size_t position = place(records_.size() - 1);

@@ -37,8 +37,8 @@ Variant narrowest(std::int64_t whole) {
 /// As a single where it is one.
 Variant single(double number) {
     constexpr double kMost = std::numeric_limits<float>::max();
-    if (std::abs(number) <= kMost && double{static_cast<float>(number)} != number) return number;
-    if (std::abs(number) > kMost && !std::isinf(number)) return number;
+    const bool isInRange = std::abs(number) <= kMost || std::isinf(number);
+    if (!isInRange || double{static_cast<float>(number)} != number) return number;
     return static_cast<float>(number);
 }
 
