@@ -52,6 +52,26 @@ void compare(const std::string& name, const Work& base, const Work& own) {
     benchmark::RegisterBenchmark(name.c_str(), body)->UseManualTime();
 }
 
+Work thousand(const Work& work) {
+    return [work] {
+        for (int i = 0; i < 1000; ++i) work();
+    };
+}
+
+void row(const std::string& name, const Peers& peers) {
+    for (const auto& [peer, work] : peers) {
+        compare(name + "/" + peer, thousand(peers.front().second), thousand(work));
+    }
+}
+
+void printTable(const std::string& heading, const std::string& rows) {
+    std::cout << '\n' << heading << '\n';
+    for (auto columns = std::ranges::count(heading, '|'); columns > 1; --columns) std::cout << "|---";
+    std::cout << "|\n";
+    RatioTable table;
+    benchmark::RunSpecifiedBenchmarks(&table, rows);
+}
+
 void RatioTable::ReportRuns(const std::vector<Run>& runs) {
     for (const Run& run : runs) {
         if (run.run_type == Run::RT_Iteration) cells_[run.family_index].push_back(run);

@@ -1,10 +1,8 @@
 /// Transformation reports, number formatting and the options of a data header, beside the least that any way
 /// to the same result must do.
-#include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <cstdlib>
-#include <iostream>
 #include <iterator>
 #include <sstream>
 
@@ -124,29 +122,6 @@ std::unique_ptr<t_gencvf::RecordSet> store(Database& database, const Transformat
     records->update();
     records->moveFirst();
     return records;
-}
-
-/// The work a thousand times: the clock takes longer than one.
-Work thousand(const Work& work) {
-    return [work] {
-        for (int i = 0; i < 1000; ++i) work();
-    };
-}
-
-using Peers = std::vector<std::pair<std::string, Work>>;
-
-/// A row of a table: each peer beside the first.
-void row(const std::string& name, const Peers& peers) {
-    for (const auto& [peer, work] : peers)
-        compare(name + "/" + peer, thousand(peers.front().second), thousand(work));
-}
-
-void printTable(const std::string& heading, const std::string& rows) {
-    std::cout << '\n' << heading << '\n';
-    for (auto columns = std::ranges::count(heading, '|'); columns > 1; --columns) std::cout << "|---";
-    std::cout << "|\n";
-    RatioTable table;
-    benchmark::RunSpecifiedBenchmarks(&table, rows);
 }
 
 void compareReports(cGenProcs& procs, Database& database) {

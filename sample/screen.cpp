@@ -26,6 +26,18 @@ void print(const Lines& lines, std::string_view indent) {
     for (const std::string& line : lines) std::cout << (line.empty() ? "" : indent) << line << '\n';
 }
 
+void heading(const std::string& title) { print({"", title, std::string(title.size(), '-'), ""}); }
+
+void tell(const std::string& paragraph) {
+    print(wrapped(paragraph));
+    print({""});
+}
+
+void show(const Lines& lines) {
+    print(lines, "    ");
+    print({""});
+}
+
 std::string padded(const std::string& text, std::ptrdiff_t width) {
     const std::ptrdiff_t missing = std::max<std::ptrdiff_t>(width - t_genproc::text::length(text), 1);
     return text + std::string(static_cast<std::size_t>(missing), ' ');

@@ -11,6 +11,11 @@ namespace tavoru {
 
 void print(const Lines& lines, std::string_view indent = {});
 
+// How a session is told: a chapter's heading, a paragraph of its text, and what the application shows.
+void heading(const std::string& title);
+void tell(const std::string& paragraph);
+void show(const Lines& lines);
+
 /// With blanks behind it up to `width` characters, and one at least.
 std::string padded(const std::string& text, std::ptrdiff_t width);
 

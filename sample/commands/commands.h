@@ -33,6 +33,7 @@ std::span<const Command> jobCommands();       // commands/jobs.cpp
 std::span<const Command> settingsCommands();  // commands/settings.cpp
 std::span<const Command> systemCommands();    // commands/system.cpp
 std::span<const Command> geodesyCommands();   // commands/geodesy.cpp
+std::span<const Command> timeCommands();      // commands/times.cpp
 std::span<const Command> formCommands();      // commands/forms.cpp
 
 }  // namespace tavoru

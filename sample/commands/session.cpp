@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "commands/commands.h"
+#include "commands/session_times.h"
 #include "frame/GenUtil.h"
 #include "job_header.h"
 #include "listing.h"
@@ -17,19 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// ---- Telling and showing
-
-void heading(const std::string& title) { print({"", title, std::string(title.size(), '-'), ""}); }
-
-void tell(const std::string& paragraph) {
-    print(wrapped(paragraph));
-    print({""});
-}
-
-void show(const Lines& lines) {
-    print(lines, "    ");
-    print({""});
-}
+// ---- Showing
 
 void open(Tavoru& tavoru, const std::string& name) {
     const auto survey = tavoru.openJob(name);
@@ -299,6 +288,7 @@ int session(const Places& places, const Arguments& /*arguments*/) {
         saveSettings(tavoru);
         noteFailure(tavoru);
         raiseErrors(tavoru);
+        compareTimes(tavoru);
     }
     nextMorning(places);
     return 0;

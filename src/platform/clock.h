@@ -1,4 +1,4 @@
-/// The local time, the times of files, and dates as the user's system writes them.
+/// The time, its zone, the times of files, and dates as the user's system and the internet write them.
 #pragma once
 
 #include <cstdint>
@@ -35,11 +35,49 @@ constexpr FileTime fileTime(std::uint64_t steps) {
     return {static_cast<std::uint32_t>(steps), static_cast<std::uint32_t>(steps >> 32)};
 }
 
+/// A time zone: UTC is local time and `bias`, in minutes, and the bias of the part of the year.
+struct TimeZoneInformation {
+    std::int32_t bias = 0;
+    /// When daylight time ends, in daylight time, and begins, in standard time. The year is 0, the day counts
+    /// the weeks of the month (5: the last) and `dayOfWeek` is the day of that week. A month of 0: the zone
+    /// has no daylight time.
+    SystemTime standardDate{};
+    std::int32_t standardBias = 0;
+    SystemTime daylightDate{};
+    std::int32_t daylightBias = 0;
+
+    friend bool operator==(const TimeZoneInformation&, const TimeZoneInformation&) = default;
+};
+
+/// What GetTimeZoneInformation gives beside the zone.
+namespace TimeZoneId {
+inline constexpr std::uint32_t Unknown = 0;  ///< no daylight time in this zone
+inline constexpr std::uint32_t Standard = 1;
+inline constexpr std::uint32_t Daylight = 2;
+}  // namespace TimeZoneId
+
+struct CurrentTimeZone {
+    std::uint32_t id = TimeZoneId::Unknown;
+    TimeZoneInformation zone{};
+};
+
 class Clock {
    public:
     virtual ~Clock() = default;
 
     virtual SystemTime GetLocalTime() = 0;
+    virtual SystemTime GetSystemTime() = 0;  ///< UTC
+
+    /// The zone of this system, read afresh.
+    virtual CurrentTimeZone GetTimeZoneInformation() = 0;
+    /// The local time by the rules of `zone` for the time's own year. InvalidParameter: there is no such
+    /// time, or it is before 1601.
+    virtual Outcome<SystemTime> SystemTimeToTzSpecificLocalTime(const TimeZoneInformation& zone,
+                                                                const SystemTime& universal) = 0;
+
+    /// The date and time of "Thu, 04 Mar 2021 12:34:56 +0000", whatever zone follows. InvalidParameter: the
+    /// text is none.
+    virtual Outcome<SystemTime> InternetTimeToSystemTimeA(const std::string& text) = 0;
 
     /// Adds the distance of local time from UTC as it is now, not as it was at `time`.
     virtual Outcome<FileTime> FileTimeToLocalFileTime(const FileTime& time) = 0;

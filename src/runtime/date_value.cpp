@@ -66,6 +66,21 @@ double dateValue(const CivilTime& time) {
     return day < 0 ? day - fraction : day + fraction;
 }
 
+double addSeconds(double dateValue, std::int64_t seconds) {
+    double day = std::trunc(dateValue);
+    if (!inRange(day)) raiseOutOfRange();
+    double time = std::abs(dateValue - day) * kSecondsPerDay;
+    const double second = std::nearbyint(time);
+    if (std::abs(time - second) < kHalfMillisecond) time = second;
+
+    time += static_cast<double>(seconds);
+    const double days = std::floor(time / kSecondsPerDay);
+    day += days;
+    if (!inRange(day)) raiseOutOfRange();
+    const double fraction = (time - days * kSecondsPerDay) / kSecondsPerDay;
+    return day < 0 ? day - fraction : day + fraction;
+}
+
 std::string dayMonthYear(const CivilTime& time) {
     constexpr std::array kMonths{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                  "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};

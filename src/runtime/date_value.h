@@ -4,6 +4,7 @@
 /// midnight: -1.25 is 29 December 1899, 06:00. Years run from 100 to 9999.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace t_genproc {
@@ -24,6 +25,10 @@ CivilTime civilTime(double dateValue);
 /// The Date value of a civil time. A day beyond the end of its month runs on into the next one, and so do
 /// hours, minutes and seconds. Error 5: the date is out of range.
 double dateValue(const CivilTime& time);
+
+/// The Date value so many seconds later. A value within half a millisecond of a second stands for that
+/// second; any other fraction of a second is kept. Error 5: out of range, or no number.
+double addSeconds(double dateValue, std::int64_t seconds);
 
 /// "14-Nov-2026", "9:05" and "09:05:07".
 std::string dayMonthYear(const CivilTime& time);

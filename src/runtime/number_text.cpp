@@ -86,6 +86,29 @@ std::string reportText(float value) {
     return reportText(rounded(value, kDigits));
 }
 
+double leadingNumber(std::string_view text) {
+    text = text::trimLeft(text);
+    std::size_t end = 0;
+    const auto take = [&](std::string_view anyOf) {
+        const bool taken = end < text.size() && text::contains(anyOf, text.substr(end, 1));
+        if (taken) ++end;
+        return taken;
+    };
+    const auto takeDigits = [&] {
+        const std::size_t start = end;
+        while (take("0123456789")) {
+        }
+        return end > start;
+    };
+    take("+-");
+    bool isNumber = takeDigits();
+    if (take(".")) isNumber = takeDigits() || isNumber;
+    if (!isNumber) return 0;
+    const std::size_t mantissaEnd = end;
+    const bool hasExponent = take("EeDd") && (take("+-"), takeDigits());
+    return parseNumber(text.substr(0, hasExponent ? end : mantissaEnd)).value_or(0);
+}
+
 std::optional<double> parseNumber(std::string_view text) {
     std::string digits(text::trim(text));
     for (char& c : digits) {

@@ -27,4 +27,8 @@ std::string reportText(float value);
 /// double.
 std::optional<double> parseNumber(std::string_view text);
 
+/// The number that `text` starts with, blanks ahead of it aside, as far as a number goes: 12 of "12:30"; 0
+/// where there is none; infinity beyond the range of a double.
+double leadingNumber(std::string_view text);
+
 }  // namespace t_genproc

@@ -44,6 +44,9 @@ TEST_F(SampleHost, TellsASessionAndRemembersIt) {
     EXPECT_TRUE(jobs.ends_with("[5]  C:\\Users\\Surveyor\\Tavoru\\Data\\Harbour.job\n\n\n")) << jobs;
     EXPECT_THAT(out_, ContainsRegex("[0-9-]{10}  [0-9:]{8} : Error in [^\n]* 2 \\[16\\]\n"));
 
+    EXPECT_THAT(out_,
+                ContainsRegex("2026-03-29 02:30:00 by the watch\n    None: .*2025-10-26 .*\n    Two: "));
+
     const std::regex sameDrive("drive before it +([0-9]+)\n.*after it +\\1\n.* time +\\1\n");
     EXPECT_TRUE(std::regex_search(out_, sameDrive)) << out_;
 
@@ -66,6 +69,19 @@ TEST_F(SampleHost, StartsAndShowsTheSystem) {
         {"environment COLOUR", "^dark blue\n$"},
         {"environment", "(^|\n)COLOUR=dark blue\n"},
         {"sysinfo", "^Windows NT v[0-9.]+ Build [0-9]+\n[0-9]{3,} MB"},
+        {"time now --zone 'LHST-10:30LHDT-11,M10.1.0,M4.1.0/24'",
+         "[.][0-9]{3}\n.*[.][0-9]{3}\n.* (37800|39600) seconds\nBias +-630 minutes\n"
+         "StandardDate +first Sunday of April, 24:00\nDaylightDate +first Sunday of October, 02:00\n"
+         "DaylightBias +-30 minutes\n.* (True|False)\n$"},
+        {"time now --zone Asia/Kolkata", " 19800 seconds\n.*StandardDate +none\nDaylightDate +none\n.*False"},
+        {"time parse 'Thu, 04 Mar 2021 12:34:56 EST' --zone XXX-3", "^2021-03-04 20:34:56\n$"},
+        {"time parse 2021-03-04T12:34:56Z --zone XXX-3", "^2021-03-04 15:34:56\n$"},
+        {"time local '2026-07-01 23:00:00' --zone Europe/Berlin", "^2026-07-02 01:00:00\n$"},
+        {"time utc '2026-03-29 02:30:00' --zone Europe/Berlin", "^None: [^\n]*\n$"},
+        {"time utc '2026-03-29 03:30:00' --zone Europe/Berlin", "^One: .*\n  2026-03-29 01:30:00 UTC\n$"},
+        {"time utc '2026-10-25 02:30:00' --zone Europe/Berlin",
+         "^Two: .*\n  2026-10-25 00:30:00 UTC\n  2026-10-25 01:30:00 UTC\n$"},
+        {"time sql '25/12/2021 08:30:00'", "^2021-12-25 08:30:00\n$"},
         {"start --trace <answer", R"(\*\*\* START - .*4b - .*\*\*\* END)"},
     };
     std::ofstream(folder_ / "answer") << "yes\n";
@@ -137,6 +153,11 @@ TEST_F(SampleHost, AnswersWrongUseAndFailuresInOneLine) {
         {"geoid geoidUse", 2},
         {"geoid geoidUseOne=yes", 2},
         {"transform show 1.5", 2},
+        {"time local '2026-02-29 10:00:00'", 2},
+        {"time utc 2026-02-28", 2},
+        {"time parse yesterday", 1},
+        {"time parse 2021-13-04T12:34:56Z", 1},
+        {"time now --zone No/Where", 1},
     };
     for (const auto& [use, exitCode] : uses) {
         EXPECT_EQ(run(use), exitCode) << use;

@@ -58,13 +58,30 @@ struct ScriptedSystem : SystemInformation {
     Outcome<Guid> CoCreateGuid() override { return {.error = SystemError::NotSupported}; }
 };
 
-/// The time that a test sets.
+/// The time and the zone that a test sets. The rules of a zone and internet dates are those of a real clock,
+/// where the test hands one in.
 struct ScriptedClock : Clock {
+    explicit ScriptedClock(std::unique_ptr<Clock> of = nullptr) : real(std::move(of)) {}
+
+    std::unique_ptr<Clock> real;
     SystemTime local;
+    SystemTime universal;
+    CurrentTimeZone zone;
     Outcome<FileTime> toLocal;  // of every file time
     Outcome<SystemTime> toRecord;
 
     SystemTime GetLocalTime() override { return local; }
+    SystemTime GetSystemTime() override { return universal; }
+    CurrentTimeZone GetTimeZoneInformation() override { return zone; }
+    Outcome<SystemTime> SystemTimeToTzSpecificLocalTime(const TimeZoneInformation& of,
+                                                        const SystemTime& time) override {
+        if (!real) return {.error = SystemError::NotSupported};
+        return real->SystemTimeToTzSpecificLocalTime(of, time);
+    }
+    Outcome<SystemTime> InternetTimeToSystemTimeA(const std::string& text) override {
+        if (!real) return {.error = SystemError::NotSupported};
+        return real->InternetTimeToSystemTimeA(text);
+    }
     Outcome<FileTime> FileTimeToLocalFileTime(const FileTime&) override { return toLocal; }
     Outcome<SystemTime> FileTimeToSystemTime(const FileTime&) override { return toRecord; }
     std::string GetDateFormatA(const SystemTime& time) override {

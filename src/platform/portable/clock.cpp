@@ -6,6 +6,10 @@
 #include <type_traits>
 
 #include "platform/portable/adapters.h"
+#include "platform/portable/instant.h"
+#include "platform/portable/internet_time.h"
+#include "platform/portable/time_zone.h"
+#include "platform/portable/zone_time.h"
 
 namespace t_genproc::portable {
 namespace {
@@ -47,6 +51,22 @@ class PortableClock final : public Clock {
                 .milliseconds = static_cast<std::uint16_t>(now.tv_nsec / 1'000'000)};
     }
 
+    SystemTime GetSystemTime() override {
+        return systemTime(std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now()));
+    }
+
+    CurrentTimeZone GetTimeZoneInformation() override {
+        return zone_.at(std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now()));
+    }
+    Outcome<SystemTime> SystemTimeToTzSpecificLocalTime(const TimeZoneInformation& zone,
+                                                        const SystemTime& universal) override {
+        return portable::localTime(zone, universal);
+    }
+
+    Outcome<SystemTime> InternetTimeToSystemTimeA(const std::string& text) override {
+        return internetTime(text);
+    }
+
     Outcome<FileTime> FileTimeToLocalFileTime(const FileTime& time) override {
         const Steps distance = std::chrono::seconds(localTime(::time(nullptr)).tm_gmtoff);
         const std::uint64_t local = stepsOf(time) + static_cast<std::uint64_t>(distance.count());
@@ -57,18 +77,7 @@ class PortableClock final : public Clock {
     Outcome<SystemTime> FileTimeToSystemTime(const FileTime& time) override {
         if (stepsOf(time) >= kTooLate) return {{}, SystemError::InvalidParameter};
         const Steps steps(static_cast<std::int64_t>(stepsOf(time)));
-        const auto days = std::chrono::floor<std::chrono::days>(steps);
-        const std::chrono::sys_days day = kFirstDay + days;
-        const std::chrono::year_month_day date(day);
-        const std::chrono::hh_mm_ss clock(std::chrono::floor<std::chrono::milliseconds>(steps - days));
-        return {{.year = static_cast<std::uint16_t>(static_cast<int>(date.year())),
-                 .month = static_cast<std::uint16_t>(static_cast<unsigned>(date.month())),
-                 .dayOfWeek = static_cast<std::uint16_t>(std::chrono::weekday(day).c_encoding()),
-                 .day = static_cast<std::uint16_t>(static_cast<unsigned>(date.day())),
-                 .hour = static_cast<std::uint16_t>(clock.hours().count()),
-                 .minute = static_cast<std::uint16_t>(clock.minutes().count()),
-                 .second = static_cast<std::uint16_t>(clock.seconds().count()),
-                 .milliseconds = static_cast<std::uint16_t>(clock.subseconds().count())}};
+        return {systemTime(kFirstDay + std::chrono::floor<std::chrono::milliseconds>(steps))};
     }
 
     std::string GetDateFormatA(const SystemTime& time) override { return format("%x", time); }
@@ -93,6 +102,7 @@ class PortableClock final : public Clock {
         return {written.data(), ::strftime_l(written.data(), written.size(), form, &fields, locale_.get())};
     }
 
+    LocalTimeZone zone_;
     Locale locale_ = usersLocale();
 };
 

@@ -1,4 +1,6 @@
 #include <windows.h>
+// After <windows.h>.
+#include <wininet.h>
 
 #include <array>
 
@@ -17,6 +19,16 @@ SYSTEMTIME toSystem(const SystemTime& time) {
             time.hour, time.minute, time.second,    time.milliseconds};
 }
 
+TIME_ZONE_INFORMATION toSystem(const TimeZoneInformation& zone) {
+    return {.Bias = zone.bias,
+            .StandardName = {},
+            .StandardDate = toSystem(zone.standardDate),
+            .StandardBias = zone.standardBias,
+            .DaylightName = {},
+            .DaylightDate = toSystem(zone.daylightDate),
+            .DaylightBias = zone.daylightBias};
+}
+
 /// What GetDateFormatA or GetTimeFormatA writes; nothing for a time that does not exist.
 template <class Call>
 std::string formatted(Call call, DWORD flags, const SystemTime& time) {
@@ -32,6 +44,38 @@ class WindowsClock final : public Clock {
         SYSTEMTIME now{};
         ::GetLocalTime(&now);
         return fromSystem(now);
+    }
+    SystemTime GetSystemTime() override {
+        SYSTEMTIME now{};
+        ::GetSystemTime(&now);
+        return fromSystem(now);
+    }
+
+    CurrentTimeZone GetTimeZoneInformation() override {
+        TIME_ZONE_INFORMATION zone{};
+        const DWORD id = ::GetTimeZoneInformation(&zone);
+        return {static_cast<std::uint32_t>(id),
+                {.bias = zone.Bias,
+                 .standardDate = fromSystem(zone.StandardDate),
+                 .standardBias = zone.StandardBias,
+                 .daylightDate = fromSystem(zone.DaylightDate),
+                 .daylightBias = zone.DaylightBias}};
+    }
+    Outcome<SystemTime> SystemTimeToTzSpecificLocalTime(const TimeZoneInformation& zone,
+                                                        const SystemTime& universal) override {
+        const TIME_ZONE_INFORMATION rules = toSystem(zone);
+        const SYSTEMTIME given = toSystem(universal);
+        SYSTEMTIME local{};
+        if (!::SystemTimeToTzSpecificLocalTime(&rules, &given, &local)) return {.error = lastError()};
+        return {fromSystem(local)};
+    }
+
+    Outcome<SystemTime> InternetTimeToSystemTimeA(const std::string& text) override {
+        SYSTEMTIME time{};
+        if (!::InternetTimeToSystemTimeA(toAnsiWithLoss(text).c_str(), &time, 0)) {
+            return {.error = lastError()};
+        }
+        return {fromSystem(time)};
     }
 
     Outcome<FileTime> FileTimeToLocalFileTime(const FileTime& time) override {
