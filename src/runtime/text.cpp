@@ -20,7 +20,6 @@ struct LeadByte {
 };
 
 constexpr LeadByte classify(unsigned char byte) {
-    if (byte < 0x80U) return {1, byte, 0};
     if ((byte & 0xE0U) == 0xC0U) return {2, byte & 0x1FU, 0x80};
     if ((byte & 0xF0U) == 0xE0U) return {3, byte & 0x0FU, 0x800};
     if ((byte & 0xF8U) == 0xF0U) return {4, byte & 0x07U, 0x10000};
@@ -52,6 +51,7 @@ bool sameCapitals(std::string_view a, std::string_view b) {
 
 char32_t takeCharacter(std::string_view& text) {
     const auto first = static_cast<unsigned char>(text.front());
+    if (first < 0x80U) return text.remove_prefix(1), first;
     const LeadByte lead = classify(first);
     char32_t codePoint = lead.payload;
     bool valid = lead.length > 0 && lead.length <= text.size();

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cmath>
@@ -44,12 +45,37 @@ std::string replaced(std::string_view text, std::string_view sought, std::string
     }
 }
 
-std::string withOffsetForName(const std::string& text) {
-    const std::string capitals = text::upper(text);
-    for (const auto& [sought, offset] : kZoneNames) {
-        if (text::contains(capitals, sought)) return replaced(text, sought, offset);
+bool startsWith(std::string_view text, std::string_view capitals) {
+    const auto isSame = [](char c, char capital) { return (c >= 'a' && c <= 'z' ? c - 32 : c) == capital; };
+    return text.size() >= capitals.size() &&
+           std::equal(capitals.begin(), capitals.end(), text.begin(),
+                      [&](char capital, char c) { return isSame(c, capital); });
+}
+
+/// The first row of the table that occurs in the text; none.
+const ZoneName* zoneNameIn(std::string_view text) {
+    const auto* found = kZoneNames.end();
+    for (; !text.empty(); text.remove_prefix(1)) {
+        const auto occurs = [&](const ZoneName& name) { return startsWith(text, name.sought); };
+        found = std::find_if(kZoneNames.begin(), found, occurs);
     }
-    return text;
+    return found == kZoneNames.end() ? nullptr : found;
+}
+
+std::string withOffsetForName(const std::string& text) {
+    const ZoneName* const name = zoneNameIn(text);
+    return name == nullptr ? text : replaced(text, name->sought, name->offset);
+}
+
+/// Errors 6, 13: it is none of 16 bits.
+std::int16_t wholeNumber(const std::string& text) {
+    int value = 0;
+    const bool isShort = !text.empty() && text.size() <= 4;  // as good as all are
+    const bool isPlain = isShort && std::ranges::all_of(text, [&](char c) {
+                             value = value * 10 + (c - '0');
+                             return c >= '0' && c <= '9';
+                         });
+    return isPlain ? static_cast<std::int16_t>(value) : toInt16(text);
 }
 
 /// Hours, and a hundred minutes of the offset for each minute: hosts rely on whole hours only, where that
@@ -91,13 +117,13 @@ double cTimeProcs::InternetTimeToVbLocalTime(const std::string& dateString) {
 double cTimeProcs::Iso8601TimeToLocalVbTime(const std::string& text) {
     return procedure(library_, "(Class Module) cTimeProcs::Function Iso8601TimeToLocalVbTime", [&] {
         const auto number = [&](std::ptrdiff_t start, std::ptrdiff_t count) {
-            return int{toInt16(text::mid(text, start, count))};
+            return int{wholeNumber(text::mid(text, start, count))};
         };
         const double stamp = checkedDate(
             {number(1, 4), number(6, 2), number(9, 2), number(12, 2), number(15, 2), number(18, 2)});
         const std::string zone = replaced(replaced(text::mid(text, 20), "Z", "+00:00"), "z", "+00:00");
         const double hours = leadingNumber(text::mid(zone, text::length(zone) - 3, 2));
-        const std::int16_t minutes = toInt16(text::right(zone, 2));
+        const std::int16_t minutes = wholeNumber(text::right(zone, 2));
         return GetTimeHere(toUniversal(stamp, zone.starts_with('+'), shiftOf(hours, minutes)));
     });
 }

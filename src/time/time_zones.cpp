@@ -1,4 +1,5 @@
 #include <cmath>
+#include <string_view>
 
 #include "frame/library.h"
 #include "frame/procedure.h"
@@ -10,6 +11,7 @@
 namespace t_genproc {
 namespace {
 
+constexpr std::string_view kUTCtoLocal = "(Class Module) cTimeProcs::Function UTCtoLocal";
 constexpr double kSecondsPerDay = 86400;
 constexpr std::int32_t kSecondsPerMinute = 60;
 
@@ -17,6 +19,13 @@ double withMilliseconds(const SystemTime& time) {
     const double whole = dateValue(time);
     const double fraction = time.milliseconds / (kSecondsPerDay * 1000);
     return whole < 0 ? whole - fraction : whole + fraction;
+}
+
+/// Local time of a date in UTC by the rules of `zone`. Error 5: before 1601.
+double localTime(Clock& clock, const TimeZoneInformation& zone, double universal) {
+    SystemTime time = systemTime(universal);
+    time.dayOfWeek = 0;
+    return dateValue(clock.SystemTimeToTzSpecificLocalTime(zone, time).value);
 }
 
 double addMinutes(double date, std::int32_t minutes) {
@@ -62,18 +71,16 @@ double cTimeProcs::LocalTime() {
 }
 
 double cTimeProcs::UTCtoLocal(double tDate) {
-    return procedure(library_, "(Class Module) cTimeProcs::Function UTCtoLocal", [&] {
+    return procedure(library_, kUTCtoLocal, [&] {
         Clock& clock = *library_.platform().clock;
-        const TimeZoneInformation zone = clock.GetTimeZoneInformation().zone;
-        SystemTime universal = systemTime(tDate);
-        universal.dayOfWeek = 0;
-        return dateValue(clock.SystemTimeToTzSpecificLocalTime(zone, universal).value);
+        return localTime(clock, clock.GetTimeZoneInformation().zone, tDate);
     });
 }
 
 std::vector<double> cTimeProcs::LocalToUTC(double tDate) {
     return procedure(library_, "(Class Module) cTimeProcs::Function LocalToUTC", [&] {
-        const TimeZoneInformation zone = library_.platform().clock->GetTimeZoneInformation().zone;
+        Clock& clock = *library_.platform().clock;
+        const TimeZoneInformation zone = clock.GetTimeZoneInformation().zone;
         const double base = addMinutes(tDate, zone.bias);
         std::vector<double> found;
         if (zone.standardDate.month == 0) {
@@ -83,7 +90,9 @@ std::vector<double> cTimeProcs::LocalToUTC(double tDate) {
         const double wanted = secondOf(tDate);
         for (const std::int32_t direction : {1, 0, -1}) {
             const double candidate = addMinutes(base, checkedMultiply(direction, zone.daylightBias));
-            if (secondOf(UTCtoLocal(candidate)) == wanted) found.push_back(candidate);
+            const double local =
+                procedure(library_, kUTCtoLocal, [&] { return localTime(clock, zone, candidate); });
+            if (secondOf(local) == wanted) found.push_back(candidate);
         }
         return found;
     });
