@@ -65,8 +65,7 @@ SystemTime dateOf(const Change& change, const std::optional<ZoneRule>& rule, chr
     const chrono::sys_seconds local = change.at + change.before;
     const auto day = chrono::floor<chrono::days>(local);
     const chrono::year_month_day date(day);
-    const bool isLast = (date.year() / date.month() / chrono::last).day() - date.day() < chrono::weeks(1);
-    const unsigned week = isLast ? 5 : (static_cast<unsigned>(date.day()) - 1) / 7 + 1;
+    const unsigned week = (static_cast<unsigned>(date.day()) - 1) / 7 + 1;
     return weekOfMonth(static_cast<unsigned>(date.month()), week, chrono::weekday(day).c_encoding(),
                        local - day);
 }
