@@ -67,10 +67,10 @@ double dateValue(const CivilTime& time) {
 }
 
 double addSeconds(double dateValue, std::int64_t seconds) {
-    double day = std::trunc(dateValue);
-    if (!inRange(day)) raiseOutOfRange();
+    if (!(dateValue > kFirstDay - 1 && dateValue < kLastDay + 1)) raiseOutOfRange();
+    double day = static_cast<int>(dateValue);
     double time = std::abs(dateValue - day) * kSecondsPerDay;
-    const double second = std::nearbyint(time);
+    const double second = static_cast<int>(time + 0.5);
     if (std::abs(time - second) < kHalfMillisecond) time = second;
 
     time += static_cast<double>(seconds);

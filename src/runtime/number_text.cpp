@@ -94,14 +94,21 @@ double leadingNumber(std::string_view text) {
         if (taken) ++end;
         return taken;
     };
+    double value = 0;
     const auto takeDigits = [&] {
         const std::size_t start = end;
-        while (take("0123456789")) {
+        for (; end < text.size() && text[end] >= '0' && text[end] <= '9'; ++end) {
+            value = value * 10 + (text[end] - '0');
         }
         return end > start;
     };
     take("+-");
     bool isNumber = takeDigits();
+    constexpr std::size_t kExactDigits = std::numeric_limits<double>::digits10;
+    if (isNumber && end <= kExactDigits &&
+        (end == text.size() || !text::contains(".EeDd", text.substr(end, 1)))) {
+        return text.starts_with('-') ? -value : value;
+    }
     if (take(".")) isNumber = takeDigits() || isNumber;
     if (!isNumber) return 0;
     const std::size_t mantissaEnd = end;

@@ -1,6 +1,8 @@
 #include "runtime/text.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 
 #include "runtime/case_mapping.h"
 #include "runtime/errors.h"
@@ -28,9 +30,19 @@ constexpr LeadByte classify(unsigned char byte) {
 
 constexpr bool isSurrogate(char32_t codePoint) { return codePoint >= 0xD800 && codePoint <= 0xDFFF; }
 
+/// Eight characters of a byte each at the start of the text are taken together.
+constexpr std::ptrdiff_t kWord = 8;
+bool startsWithAsciiWord(std::string_view text) {
+    std::uint64_t word = 0;
+    if (text.size() < sizeof word) return false;
+    std::memcpy(&word, text.data(), sizeof word);
+    return (word & 0x8080808080808080U) == 0;
+}
+
 /// The number of bytes of the first `count` characters.
 std::size_t bytesOf(std::string_view text, std::ptrdiff_t count) {
     std::string_view rest = text;
+    for (; count >= kWord && startsWithAsciiWord(rest); count -= kWord) rest.remove_prefix(kWord);
     for (; count > 0 && !rest.empty(); --count) takeCharacter(rest);
     return text.size() - rest.size();
 }
@@ -49,9 +61,8 @@ bool sameCapitals(std::string_view a, std::string_view b) {
 
 }  // namespace
 
-char32_t takeCharacter(std::string_view& text) {
+char32_t takeLongCharacter(std::string_view& text) {
     const auto first = static_cast<unsigned char>(text.front());
-    if (first < 0x80U) return text.remove_prefix(1), first;
     const LeadByte lead = classify(first);
     char32_t codePoint = lead.payload;
     bool valid = lead.length > 0 && lead.length <= text.size();
@@ -88,14 +99,12 @@ void appendCharacter(std::string& text, char32_t character) {
 
 std::ptrdiff_t length(std::string_view text) {
     std::ptrdiff_t characters = 0;
+    for (; startsWithAsciiWord(text); characters += kWord) text.remove_prefix(kWord);
     for (; !text.empty(); ++characters) takeCharacter(text);
     return characters;
 }
 
-std::string left(std::string_view text, std::ptrdiff_t count) {
-    requireCount(count);
-    return std::string(text.substr(0, bytesOf(text, count)));
-}
+std::string left(std::string_view text, std::ptrdiff_t count) { return std::string(slice(text, 1, count)); }
 
 std::string right(std::string_view text, std::ptrdiff_t count) {
     requireCount(count);
@@ -103,8 +112,14 @@ std::string right(std::string_view text, std::ptrdiff_t count) {
 }
 
 std::string mid(std::string_view text, std::ptrdiff_t start, std::ptrdiff_t count) {
-    if (start < 1) throw RuntimeError(ErrorNumber::InvalidProcedureCall);
-    return left(text.substr(bytesOf(text, start - 1)), count);
+    return std::string(slice(text, start, count));
+}
+
+std::string_view slice(std::string_view text, std::ptrdiff_t start, std::ptrdiff_t count) {
+    requireCount(start - 1);
+    requireCount(count);
+    text.remove_prefix(bytesOf(text, start - 1));
+    return text.substr(0, bytesOf(text, count));
 }
 
 std::string_view trimLeft(std::string_view text) {

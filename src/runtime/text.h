@@ -24,6 +24,8 @@ std::string right(std::string_view text, std::ptrdiff_t count);
 /// Up to `count` characters from position `start` on; empty behind the end. Error 5: `start` below 1 or a
 /// negative `count`.
 std::string mid(std::string_view text, std::ptrdiff_t start, std::ptrdiff_t count = kToTheEnd);
+/// The same, as a view of `text`.
+std::string_view slice(std::string_view text, std::ptrdiff_t start, std::ptrdiff_t count = kToTheEnd);
 
 /// Without the blanks at both ends, at the left end, at the right end.
 std::string_view trim(std::string_view text);
@@ -42,7 +44,16 @@ bool equalIgnoringCase(std::string_view a, std::string_view b);
 
 /// Takes the first character off `text` and gives its code point. A byte that belongs to no valid character
 /// gives a number above every code point, a different one for each byte. `text` must not be empty.
-char32_t takeCharacter(std::string_view& text);
+inline char32_t takeCharacter(std::string_view& text);
 void appendCharacter(std::string& text, char32_t character);
+
+char32_t takeLongCharacter(std::string_view& text);
+
+inline char32_t takeCharacter(std::string_view& text) {
+    const auto first = static_cast<unsigned char>(text.front());
+    if (first >= 0x80U) return takeLongCharacter(text);
+    text.remove_prefix(1);
+    return first;
+}
 
 }  // namespace t_genproc::text

@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "runtime/variant.h"
@@ -71,8 +72,8 @@ class cTimeProcs {
     void Class_Terminate() noexcept;
 
    private:
-    double Iso8601TimeToLocalVbTime(const std::string& text);
-    double Rfc822TimeToLocalVbTime(const std::string& text);
+    double Iso8601TimeToLocalVbTime(std::string_view text);
+    double Rfc822TimeToLocalVbTime(std::string_view text);
 
     Library& library_;
     bool classActive_ = false;

@@ -1,7 +1,9 @@
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <chrono>
 #include <cmath>
+#include <optional>
 #include <string_view>
 
 #include "frame/library.h"
@@ -34,8 +36,44 @@ constexpr std::array kZoneNames{
     ZoneName{"WET", "+0000"},  ZoneName{"UTC", "+0000"},
 };
 
+char capital(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
+
+bool startsWith(std::string_view text, std::string_view capitals) {
+    return text.size() >= capitals.size() &&
+           std::equal(capitals.begin(), capitals.end(), text.begin(),
+                      [](char expected, char c) { return expected == capital(c); });
+}
+
+/// For each character the names, a bit each, that have it at a position.
+using Names = std::array<std::uint32_t, 256>;
+constexpr Names namesWith(std::size_t position) {
+    Names names{};
+    for (std::size_t i = 0; i < kZoneNames.size(); ++i) {
+        names[static_cast<unsigned char>(kZoneNames[i].sought[position])] |= 1U << i;
+    }
+    return names;
+}
+constexpr Names kFirst = namesWith(0), kSecond = namesWith(1);
+
+/// The first of the table that occurs in the text; none.
+const ZoneName* zoneNameIn(std::string_view text) {
+    const auto names = [](const Names& table, char c) {
+        return table[static_cast<unsigned char>(capital(c))];
+    };
+    std::uint32_t found = 0;
+    for (; text.size() > 1; text.remove_prefix(1)) {
+        for (std::uint32_t likely = names(kFirst, text[0]) & names(kSecond, text[1]); likely != 0;
+             likely &= likely - 1) {
+            const auto i = static_cast<std::size_t>(std::countr_zero(likely));
+            if (startsWith(text, kZoneNames[i].sought)) found |= 1U << i;
+        }
+    }
+    return found == 0 ? nullptr : &kZoneNames[static_cast<std::size_t>(std::countr_zero(found))];
+}
+
 std::string replaced(std::string_view text, std::string_view sought, std::string_view by) {
     std::string result;
+    result.reserve(text.size() + by.size());
     for (;;) {
         const std::size_t at = text.find(sought);
         result.append(text.substr(0, at));
@@ -45,37 +83,56 @@ std::string replaced(std::string_view text, std::string_view sought, std::string
     }
 }
 
-bool startsWith(std::string_view text, std::string_view capitals) {
-    const auto isSame = [](char c, char capital) { return (c >= 'a' && c <= 'z' ? c - 32 : c) == capital; };
-    return text.size() >= capitals.size() &&
-           std::equal(capitals.begin(), capitals.end(), text.begin(),
-                      [&](char capital, char c) { return isSame(c, capital); });
-}
-
-/// The first row of the table that occurs in the text; none.
-const ZoneName* zoneNameIn(std::string_view text) {
-    const auto* found = kZoneNames.end();
-    for (; !text.empty(); text.remove_prefix(1)) {
-        const auto occurs = [&](const ZoneName& name) { return startsWith(text, name.sought); };
-        found = std::find_if(kZoneNames.begin(), found, occurs);
-    }
-    return found == kZoneNames.end() ? nullptr : found;
-}
-
-std::string withOffsetForName(const std::string& text) {
+std::string withOffsetForName(std::string_view text) {
     const ZoneName* const name = zoneNameIn(text);
-    return name == nullptr ? text : replaced(text, name->sought, name->offset);
+    return name == nullptr ? std::string(text) : replaced(text, name->sought, name->offset);
+}
+
+std::string withOffsetForZ(std::string_view zone) {
+    std::string result;
+    for (const char c : zone) c == 'Z' || c == 'z' ? result += "+00:00" : result += c;
+    return result;
+}
+
+/// A text by its characters, quickly where all of them are of one byte, as in dates.
+class Characters {
+   public:
+    explicit Characters(std::string_view text)
+        : text_(text), count_(text::length(text)), ofBytes_(count_ == std::ssize(text)) {}
+
+    std::ptrdiff_t count() const { return count_; }
+
+    /// As text::slice.
+    std::string_view slice(std::ptrdiff_t start, std::ptrdiff_t count = text::kToTheEnd) const {
+        if (!ofBytes_ || start < 1) return text::slice(text_, start, count);
+        return text_.substr(static_cast<std::size_t>(std::min(start - 1, count_)),
+                            static_cast<std::size_t>(count));
+    }
+    std::string_view lastTwo() const { return slice(std::max<std::ptrdiff_t>(count_ - 1, 1)); }
+
+   private:
+    std::string_view text_;
+    std::ptrdiff_t count_;
+    bool ofBytes_;
+};
+
+/// The number of one to four digits, as good as all are; none where the text is anything else.
+std::optional<std::int16_t> plainNumber(std::string_view text) {
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    if (text.empty() || text.size() > 4 || !std::ranges::all_of(text, isDigit)) return {};
+    int value = 0;
+    for (const char digit : text) value = value * 10 + (digit - '0');
+    return static_cast<std::int16_t>(value);
 }
 
 /// Errors 6, 13: it is none of 16 bits.
-std::int16_t wholeNumber(const std::string& text) {
-    int value = 0;
-    const bool isShort = !text.empty() && text.size() <= 4;  // as good as all are
-    const bool isPlain = isShort && std::ranges::all_of(text, [&](char c) {
-                             value = value * 10 + (c - '0');
-                             return c >= '0' && c <= '9';
-                         });
-    return isPlain ? static_cast<std::int16_t>(value) : toInt16(text);
+std::int16_t wholeNumber(std::string_view text) {
+    const std::optional<std::int16_t> plain = plainNumber(text);
+    return plain ? *plain : toInt16(std::string(text));
+}
+double numericValue(std::string_view text) {
+    const std::optional<std::int16_t> plain = plainNumber(text);
+    return plain ? *plain : leadingNumber(text);
 }
 
 /// Hours, and a hundred minutes of the offset for each minute: hosts rely on whole hours only, where that
@@ -109,26 +166,29 @@ bool isZero(const SystemTime& time) { return time == SystemTime{}; }
 
 double cTimeProcs::InternetTimeToVbLocalTime(const std::string& dateString) {
     return procedure(library_, "(Class Module) cTimeProcs::Function InternetTimeToVbLocalTime", [&] {
-        const std::string text(text::trim(dateString));
-        return text::mid(text, 11, 1) == "T" ? Iso8601TimeToLocalVbTime(text) : Rfc822TimeToLocalVbTime(text);
+        const std::string_view text = text::trim(dateString);
+        return text::slice(text, 11, 1) == "T" ? Iso8601TimeToLocalVbTime(text)
+                                               : Rfc822TimeToLocalVbTime(text);
     });
 }
 
-double cTimeProcs::Iso8601TimeToLocalVbTime(const std::string& text) {
+double cTimeProcs::Iso8601TimeToLocalVbTime(std::string_view text) {
     return procedure(library_, "(Class Module) cTimeProcs::Function Iso8601TimeToLocalVbTime", [&] {
+        const Characters date(text);
         const auto number = [&](std::ptrdiff_t start, std::ptrdiff_t count) {
-            return int{wholeNumber(text::mid(text, start, count))};
+            return int{wholeNumber(date.slice(start, count))};
         };
         const double stamp = checkedDate(
             {number(1, 4), number(6, 2), number(9, 2), number(12, 2), number(15, 2), number(18, 2)});
-        const std::string zone = replaced(replaced(text::mid(text, 20), "Z", "+00:00"), "z", "+00:00");
-        const double hours = leadingNumber(text::mid(zone, text::length(zone) - 3, 2));
-        const std::int16_t minutes = wholeNumber(text::right(zone, 2));
+        const std::string zone = withOffsetForZ(date.slice(20));
+        const Characters offset(zone);
+        const double hours = numericValue(offset.slice(offset.count() - 3, 2));
+        const std::int16_t minutes = wholeNumber(offset.lastTwo());
         return GetTimeHere(toUniversal(stamp, zone.starts_with('+'), shiftOf(hours, minutes)));
     });
 }
 
-double cTimeProcs::Rfc822TimeToLocalVbTime(const std::string& text) {
+double cTimeProcs::Rfc822TimeToLocalVbTime(std::string_view text) {
     return procedure(library_, "(Class Module) cTimeProcs::Function Rfc822TimeToLocalVbTime", [&] {
         std::string date = withOffsetForName(text);
         if (text::length(text::trim(date)) == 25) date += " +0000";
@@ -136,13 +196,15 @@ double cTimeProcs::Rfc822TimeToLocalVbTime(const std::string& text) {
         const SystemTime record = library_.platform().clock->InternetTimeToSystemTimeA(date).value;
         const double stamp = isZero(record) ? 0 : dateValue(record);
 
-        const std::string signs = replaced(date, ":", "");
-        const bool ahead = text::mid(signs, text::length(signs) - 4, 1) != "-";
+        const std::string withoutColons = replaced(date, ":", "");
+        const Characters signs(withoutColons);
+        const bool ahead = signs.slice(signs.count() - 4, 1) != "-";
         const std::size_t lastBlank = date.rfind(' ');
         if (lastBlank == std::string::npos) return GetTimeHere(stamp);
-        const std::string digits = replaced(text::mid(date.substr(lastBlank), 3), ":", "");
-        const double hours = leadingNumber(text::left(digits, 2));
-        const double minutes = leadingNumber(text::right(date, 2));
+        const std::string digits =
+            replaced(text::slice(std::string_view(date).substr(lastBlank), 3), ":", "");
+        const double hours = numericValue(text::slice(digits, 1, 2));
+        const double minutes = numericValue(Characters(date).lastTwo());
         return GetTimeHere(toUniversal(stamp, ahead, shiftOf(hours, minutes)));
     });
 }
