@@ -137,7 +137,6 @@ TEST_F(TimeTest, ReadInternetDates) {
         {"Thu, 04 Mar 2021 12:34:56 GMT", "04-03-2021  12:34:56"},
         {"  04 Mar 2021 12:34:56 GMT ", "04-03-2021  12:34:56"},
         {"Thu, 04 Feb 2021 12:34:56", "04-02-2021  12:34:56"},
-        {"Thu, 04 Mar 2021 12:34:56", "25-12-1899  04:00:00"},  // " M" spoils it
         {"Thu, 04 Mar 2021 12:34:56 EDT", "04-03-2021  16:34:56"},
         {"Thu, 04 Feb 2021 12:34:56 +1000", "04-02-2021  02:34:56"},
         {"Thu, 04 Feb 2021 12:34:56 -0500", "04-02-2021  17:34:56"},
@@ -146,10 +145,7 @@ TEST_F(TimeTest, ReadInternetDates) {
         {"Thu, 04 Feb 2021 12:34:56 UTC", "04-02-2021  12:34:56"},
         {"Thu, 04 Feb 2021 12:34:56 AEST", "04-02-2021  12:34:56"},  // A-0500
         {"Thu, 08 apr 2021 12:34:56 +1000", "08-04-2021  02:34:56"},
-        {"Thu, 08 Apr 2021 12:34:56 +1000", "29-12-1899  14:00:00"},  // " A" spoils it
         {"Thu, 08 Apr 2021 12:34:56 GMT", "08-04-2021  12:34:56"},
-        {"", "30-12-1899  00:00:00"},
-        {"nonsense", "30-12-1899  00:00:00"},
         {",", "!5"},
         {"2021-03-04T12:34:56Z", "04-03-2021  12:34:56"},
         {"2021-03-04T12:34:56z", "04-03-2021  12:34:56"},
@@ -169,12 +165,21 @@ TEST_F(TimeTest, ReadInternetDates) {
         {"2021-02-28T12:00:00+x000x", "!13"},
         {"2021-02-28T1", "!13"},
     };
+    const std::pair<std::string, std::string> zeroDates[] = {
+        {"", "30-12-1899  00:00:00"},
+        {"nonsense", "30-12-1899  00:00:00"},
+        {"Thu, 04 Mar 2021 12:34:56", "25-12-1899  04:00:00"},        // " M" spoils it
+        {"Thu, 08 Apr 2021 12:34:56 +1000", "29-12-1899  14:00:00"},  // " A" does
+    };
     use({});
-    for (const auto& [text, expected] : rows) {
+    const auto isRead = [&](const std::string& text, const std::string& expected) {
         EXPECT_EQ(shown([&] { return times.InternetTimeToVbLocalTime(text); }), expected) << text;
-    }
+    };
+    for (const auto& [text, expected] : rows) isRead(text, expected);
+    if (!test::isLeftOut("Wine: takes the present where a text is no date"))
+        for (const auto& [text, expected] : zeroDates) isRead(text, expected);
     use(kSydney, TimeZoneId::Daylight);
-    EXPECT_EQ(shown([&] { return times.InternetTimeToVbLocalTime(rows[0].first); }), "04-03-2021  23:34:56");
+    isRead(rows[0].first, "04-03-2021  23:34:56");
     failureOf([&] { times.InternetTimeToVbLocalTime("2021-02-28T1"); });
     EXPECT_EQ(reports.substr(reports.rfind('>')),
               "> (Class Module) cTimeProcs::Function InternetTimeToVbLocalTime\n");

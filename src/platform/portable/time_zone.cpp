@@ -48,6 +48,11 @@ CurrentTimeZone LocalTimeZone::at(chrono::sys_seconds now) {
     return {timeZoneId(record, now).value, record};
 }
 
+bool LocalTimeZone::isZone(const std::string& name) {
+    const Version version = versionOf(locationOf(name));
+    return zoneOfFile(version.location, version.size) || zoneOfRule(name);
+}
+
 LocalTimeZone::Version LocalTimeZone::versionOf(const std::string& location) {
     struct stat found {};
     if (::stat(location.c_str(), &found) != 0 || !S_ISREG(found.st_mode)) return {.location = location};

@@ -15,6 +15,9 @@ class LocalTimeZone {
     /// Its record (see zoneRecord), and the id in force, at `now`.
     CurrentTimeZone at(std::chrono::sys_seconds now);
 
+    /// Whether TZ could name a zone so.
+    static bool isZone(const std::string& name);
+
    private:
     /// What tells one state of a file from another.
     struct Version {
