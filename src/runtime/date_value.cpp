@@ -70,7 +70,7 @@ double addSeconds(double dateValue, std::int64_t seconds) {
     if (!(dateValue > kFirstDay - 1 && dateValue < kLastDay + 1)) raiseOutOfRange();
     double day = static_cast<int>(dateValue);
     double time = std::abs(dateValue - day) * kSecondsPerDay;
-    const double second = static_cast<int>(time + 0.5);
+    const double second = std::nearbyint(time);
     if (std::abs(time - second) < kHalfMillisecond) time = second;
 
     time += static_cast<double>(seconds);
