@@ -133,7 +133,10 @@ void compareConversions(cTimeProcs& times) {
          {"UTCtoLocal",
           [&times, universalDate] { benchmark::DoNotOptimize(times.UTCtoLocal(universalDate)); }},
          {"GetTimeHere",
-          [&times, universalDate] { benchmark::DoNotOptimize(times.GetTimeHere(universalDate)); }}});
+          [&times, universalDate] { benchmark::DoNotOptimize(times.GetTimeHere(universalDate)); }},
+         {"InternetTimeToVbLocalTime", [&times] {
+              benchmark::DoNotOptimize(times.InternetTimeToVbLocalTime("Thu, 04 Mar 2021 12:34:56 GMT"));
+          }}});
     row("1000 times to UTC",
         {{"timegm",
           [] {
@@ -172,6 +175,9 @@ int main(int argc, char** argv) {
         "|",
         "mail");
     printTable("| ISO 8601 | InternetTimeToVbLocalTime | strptime | GLib | date |", "ISO");
-    printTable("| from UTC | localtime_r | localtime | UTCtoLocal | GetTimeHere |", "from UTC");
+    printTable(
+        "| from UTC | localtime_r | localtime | UTCtoLocal | GetTimeHere | InternetTimeToVbLocalTime, a "
+        "mail's GMT |",
+        "from UTC");
     printTable("| to UTC | timegm | mktime | LocalToUTC |", "to UTC");
 }

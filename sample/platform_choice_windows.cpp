@@ -39,7 +39,9 @@ class ZoneClock final : public Clock {
         const std::int64_t bias = zone_.bias + (id == TimeZoneId::Daylight   ? zone_.daylightBias
                                                 : id == TimeZoneId::Standard ? zone_.standardBias
                                                                              : 0);
-        return {fileTime(stepsOf(time) - static_cast<std::uint64_t>(bias * kStepsPerMinute))};
+        const std::uint64_t local = stepsOf(time) - static_cast<std::uint64_t>(bias * kStepsPerMinute);
+        if (local >> 63U != 0) return {{}, SystemError::InvalidParameter};
+        return {fileTime(local)};
     }
     Outcome<SystemTime> FileTimeToSystemTime(const FileTime& time) override {
         return system_->FileTimeToSystemTime(time);
@@ -83,6 +85,10 @@ void setZone(Platform& platform, const std::string& name) {
     registry.RegCloseKey(key.value);
     if (bytes.size() != sizeof stored) throw std::runtime_error("the time zone " + name + " has no record");
     std::memcpy(&stored, bytes.data(), sizeof stored);
+    constexpr std::int32_t kMost = 1 << 16;  // minutes: so that their sums fit
+    for (const std::int32_t bias : {stored.bias, stored.standardBias, stored.daylightBias}) {
+        if (bias < -kMost || bias > kMost) throw std::runtime_error("the record of " + name + " is damaged");
+    }
     platform.clock = std::make_unique<ZoneClock>(
         std::move(platform.clock), TimeZoneInformation{stored.bias, stored.standardDate, stored.standardBias,
                                                        stored.daylightDate, stored.daylightBias});

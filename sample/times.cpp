@@ -54,6 +54,7 @@ std::optional<double> readDate(t_genproc::cTimeProcs& times, const std::string& 
     std::tm fields{};
     std::istringstream stream(text);
     if (!(stream >> std::get_time(&fields, "%Y-%m-%d %H:%M:%S"))) return std::nullopt;
+    if (fields.tm_year + 1900 < 100) return std::nullopt;
     const double date =
         t_genproc::dateValue(t_genproc::CivilTime{fields.tm_year + 1900, fields.tm_mon + 1, fields.tm_mday,
                                                   fields.tm_hour, fields.tm_min, fields.tm_sec});
@@ -78,9 +79,9 @@ Lines clockLines(const t_genproc::Library& library, t_genproc::cTimeProcs& times
 
 Lines readingLines(t_genproc::cTimeProcs& times, double local) {
     static constexpr std::array kReasons{
-        "None: the clock skips this time in spring.",
+        "None: the clock is set forward over this time.",
         "One: the clock shows this time once.",
-        "Two: the clock shows this time again in autumn, first in daylight time.",
+        "Two: the clock is set back over this time, which comes first in daylight time.",
     };
     const std::vector<double> found = times.LocalToUTC(local);
     Lines lines{kReasons.at(std::min(found.size(), kReasons.size() - 1))};

@@ -38,9 +38,9 @@ constexpr FileTime fileTime(std::uint64_t steps) {
 /// A time zone: UTC is local time and `bias`, in minutes, and the bias of the part of the year.
 struct TimeZoneInformation {
     std::int32_t bias = 0;
-    /// When daylight time ends, in daylight time, and begins, in standard time. The year is 0, the day counts
-    /// the weeks of the month (5: the last) and `dayOfWeek` is the day of that week. A month of 0: the zone
-    /// has no daylight time.
+    /// When daylight time ends, in daylight time, and begins, in standard time. With a year of 0 it does so
+    /// each year: the day counts the weeks of the month (5: the last) and `dayOfWeek` is the day of that
+    /// week. Hours of 24 and more are those of the days after. A month of 0: the zone has no daylight time.
     SystemTime standardDate{};
     std::int32_t standardBias = 0;
     SystemTime daylightDate{};
@@ -75,8 +75,8 @@ class Clock {
     virtual Outcome<SystemTime> SystemTimeToTzSpecificLocalTime(const TimeZoneInformation& zone,
                                                                 const SystemTime& universal) = 0;
 
-    /// The date and time of "Thu, 04 Mar 2021 12:34:56 +0000", whatever zone follows. InvalidParameter: the
-    /// text is none.
+    /// The date and time of "Thu, 04 Mar 2021 12:34:56 +0000", whatever zone follows. The text ends at a zero
+    /// byte. InvalidParameter: it is no such date (Windows may take the present instead).
     virtual Outcome<SystemTime> InternetTimeToSystemTimeA(const std::string& text) = 0;
 
     /// Adds the distance of local time from UTC as it is now, not as it was at `time`.

@@ -116,8 +116,7 @@ std::string mid(std::string_view text, std::ptrdiff_t start, std::ptrdiff_t coun
 }
 
 std::string_view slice(std::string_view text, std::ptrdiff_t start, std::ptrdiff_t count) {
-    requireCount(start - 1);
-    requireCount(count);
+    requireCount(start < 1 ? -1 : count);
     text.remove_prefix(bytesOf(text, start - 1));
     return text.substr(0, bytesOf(text, count));
 }

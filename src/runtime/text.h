@@ -42,18 +42,17 @@ std::string upper(std::string_view text);
 std::string lower(std::string_view text);
 bool equalIgnoringCase(std::string_view a, std::string_view b);
 
-/// Takes the first character off `text` and gives its code point. A byte that belongs to no valid character
-/// gives a number above every code point, a different one for each byte. `text` must not be empty.
-inline char32_t takeCharacter(std::string_view& text);
-void appendCharacter(std::string& text, char32_t character);
-
+/// For takeCharacter: a character that is not ASCII.
 char32_t takeLongCharacter(std::string_view& text);
 
+/// Takes the first character off `text` and gives its code point. A byte that belongs to no valid character
+/// gives a number above every code point, a different one for each byte. `text` must not be empty.
 inline char32_t takeCharacter(std::string_view& text) {
     const auto first = static_cast<unsigned char>(text.front());
     if (first >= 0x80U) return takeLongCharacter(text);
     text.remove_prefix(1);
     return first;
 }
+void appendCharacter(std::string& text, char32_t character);
 
 }  // namespace t_genproc::text

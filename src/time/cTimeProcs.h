@@ -4,8 +4,9 @@
 ///     const double received = times.InternetTimeToVbLocalTime("Thu, 04 Mar 2021 12:34:56 GMT");
 ///     for (const double utc : times.LocalToUTC(received)) std::cout << dayMonthYearTime(utc) << '\n';
 ///
-/// Dates are Date values (date_value.h). Clock and time zone are those of the system, read at each call.
-/// Every member raises error 5 for a date out of range, and 6 where a zone's minutes do not fit their sum.
+/// Dates are Date values (date_value.h). Clock and time zone are those of the system, read at each call. The
+/// conversions raise error 5 for a date out of range, and 6 where the minutes of the zone do not fit their
+/// sum.
 #pragma once
 
 #include <cstdint>
@@ -32,8 +33,8 @@ class cTimeProcs {
 
     // ---- Conversions (time/time_zones.cpp)
 
-    /// UTC for a local date, or for now (whole seconds), by the distance that is in force now. Errors 13,
-    /// 94: `StartingDate` is no date.
+    /// UTC for a local date, or for now (whole seconds), by the distance that is in force now. Errors 6,
+    /// 13, 94: `StartingDate` is no date; a text is one where it is a number.
     double GetGmtTime(const Variant* StartingDate = nullptr);
 
     /// Local time minus UTC as it is now, in seconds.
@@ -51,7 +52,8 @@ class cTimeProcs {
     double UTCtoLocal(double tDate);
 
     /// Every UTC date whose local time is `tDate`, to the second: one as a rule, none in the hour that spring
-    /// skips, two in the hour that autumn repeats, that of daylight time first.
+    /// skips, two in the hour that autumn repeats, that of daylight time first. A fraction of half a second
+    /// and more belongs to the next second, and finds nothing where the zone has daylight time.
     std::vector<double> LocalToUTC(double tDate);
 
     // ---- Internet dates (time/internet_dates.cpp)
@@ -59,8 +61,9 @@ class cTimeProcs {
     /// The local time, by the distance that is in force now, of a date in the notation of mail headers
     /// ("Thu, 04 Mar 2021 12:34:56 GMT") or of ISO 8601 ("2021-03-04T12:34:56Z", told by the "T").
     ///
-    /// Of a zone only whole hours count. In a mail date a zone may be a number or a name of the table in
-    /// internet_dates.cpp; what is no date there is the zero date. Errors 5, 13: the text is too short or
+    /// Zones are right in whole hours only: each minute counts as a hundred, and of "+10:00" behind a date of
+    /// ISO 8601 nothing does. In a mail date a zone may be a number or a name of the table in
+    /// internet_dates.cpp; what is no date there is the zero date. Errors 5, 6, 13: the text is too short or
     /// holds no date of ISO 8601.
     double InternetTimeToVbLocalTime(const std::string& dateString);
 

@@ -3,7 +3,6 @@
 #include <bit>
 #include <chrono>
 #include <cmath>
-#include <optional>
 #include <string_view>
 
 #include "frame/library.h"
@@ -116,23 +115,15 @@ class Characters {
     bool ofBytes_;
 };
 
-/// The number of one to four digits, as good as all are; none where the text is anything else.
-std::optional<std::int16_t> plainNumber(std::string_view text) {
-    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
-    if (text.empty() || text.size() > 4 || !std::ranges::all_of(text, isDigit)) return {};
-    int value = 0;
-    for (const char digit : text) value = value * 10 + (digit - '0');
-    return static_cast<std::int16_t>(value);
-}
-
 /// Errors 6, 13: it is none of 16 bits.
 std::int16_t wholeNumber(std::string_view text) {
-    const std::optional<std::int16_t> plain = plainNumber(text);
-    return plain ? *plain : toInt16(std::string(text));
-}
-double numericValue(std::string_view text) {
-    const std::optional<std::int16_t> plain = plainNumber(text);
-    return plain ? *plain : leadingNumber(text);
+    int value = 0;
+    const auto addDigit = [&](char c) {
+        value = value * 10 + (c - '0');
+        return c >= '0' && c <= '9';
+    };
+    const bool isPlain = !text.empty() && text.size() <= 4 && std::ranges::all_of(text, addDigit);
+    return isPlain ? static_cast<std::int16_t>(value) : toInt16(std::string(text));
 }
 
 /// Hours, and a hundred minutes of the offset for each minute: hosts rely on whole hours only, where that
@@ -182,7 +173,7 @@ double cTimeProcs::Iso8601TimeToLocalVbTime(std::string_view text) {
             {number(1, 4), number(6, 2), number(9, 2), number(12, 2), number(15, 2), number(18, 2)});
         const std::string zone = withOffsetForZ(date.slice(20));
         const Characters offset(zone);
-        const double hours = numericValue(offset.slice(offset.count() - 3, 2));
+        const double hours = leadingNumber(offset.slice(offset.count() - 3, 2));
         const std::int16_t minutes = wholeNumber(offset.lastTwo());
         return GetTimeHere(toUniversal(stamp, zone.starts_with('+'), shiftOf(hours, minutes)));
     });
@@ -203,8 +194,8 @@ double cTimeProcs::Rfc822TimeToLocalVbTime(std::string_view text) {
         if (lastBlank == std::string::npos) return GetTimeHere(stamp);
         const std::string digits =
             replaced(text::slice(std::string_view(date).substr(lastBlank), 3), ":", "");
-        const double hours = numericValue(text::slice(digits, 1, 2));
-        const double minutes = numericValue(Characters(date).lastTwo());
+        const double hours = leadingNumber(text::slice(digits, 1, 2));
+        const double minutes = leadingNumber(Characters(date).lastTwo());
         return GetTimeHere(toUniversal(stamp, ahead, shiftOf(hours, minutes)));
     });
 }

@@ -28,9 +28,7 @@ double localTime(Clock& clock, const TimeZoneInformation& zone, double universal
     return dateValue(clock.SystemTimeToTzSpecificLocalTime(zone, time).value);
 }
 
-double addMinutes(double date, std::int32_t minutes) {
-    return addSeconds(date, std::int64_t{minutes} * kSecondsPerMinute);
-}
+double addMinutes(double date, std::int64_t minutes) { return addSeconds(date, minutes * kSecondsPerMinute); }
 
 /// The number of its second, the same for all dates within half a second.
 double secondOf(double date) { return std::nearbyint(date * kSecondsPerDay); }
@@ -88,11 +86,12 @@ std::vector<double> cTimeProcs::LocalToUTC(double tDate) {
             return found;
         }
         const double wanted = secondOf(tDate);
-        for (const std::int32_t direction : {1, 0, -1}) {
-            const double candidate = addMinutes(base, checkedMultiply(direction, zone.daylightBias));
-            const double local =
-                procedure(library_, kUTCtoLocal, [&] { return localTime(clock, zone, candidate); });
-            if (secondOf(local) == wanted) found.push_back(candidate);
+        const auto local = [&](double universal) {  // as UTCtoLocal, but all candidates in the same zone
+            return procedure(library_, kUTCtoLocal, [&] { return localTime(clock, zone, universal); });
+        };
+        for (const std::int64_t direction : {1, 0, -1}) {
+            const double candidate = addMinutes(base, direction * zone.daylightBias);
+            if (secondOf(local(candidate)) == wanted) found.push_back(candidate);
         }
         return found;
     });

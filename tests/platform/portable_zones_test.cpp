@@ -130,12 +130,13 @@ TEST(PortableZonesTest, ReadInternetTimes) {
         {"4 Sept 021 1:2 A/B_c", {1921, 9, 0, 4, 1, 2}},
         {"Thursday, 04-Mar-21 12:34:56 GMT", {2021, 3, 4, 4, 12, 34, 56}},
         {"Thu Mar  4 12:34:56 2021", {2021, 3, 4, 4, 12, 34, 56}},
+        {"4 Mar 2021 1:2 +0100 (Hora; Z) <x>", {2021, 3, 4, 4, 1, 2}},
         {"Sun 29Feb2016\r\n 1:2:3(Z\xFCrich)", {2016, 2, 1, 29, 1, 2, 3}}};
     for (const auto& [text, expected] : rows) EXPECT_EQ(internetTime(text).value, expected) << text;
-    for (const char* text :
-         {"29 Feb 50 1:2", "31 Dec 1600 1:2", "4 Mar 2021 24:00", "4 Mar 2021 1:60", "4 Mar 2021 1:2:60",
-          "4 Mar 2021 1", "4 Mar 20211:2", "4 Ma 2021 1:2", "Thu,", "4 Marx 2021 1:2", "Xyz, 4 Mar 2021 1:2",
-          "004 Mar 2021 1:2", "4 Mar 1 1:2", "", "4 Mar 2021 1:2:3.4", "4 Mar 2021 1:2 GMT;"})
+    for (const char* text : {"29 Feb 50 1:2", "31 Dec 1600 1:2", "4 Mar 2021 24:00", "4 Mar 2021 1:60",
+                             "4 Mar 2021 1:2:60", "4 Mar 2021 1", "4 Mar 20211:2", "4 Ma 2021 1:2", "Thu,",
+                             "4 Marx 2021 1:2", "Xyz, 4 Mar 2021 1:2", "004 Mar 2021 1:2", "4 Mar 1 1:2", "",
+                             "4 Mar 2021 1:2:3.4", "4 Mar 2021 1:2 GMT;", "4 Mar 2021 1:2 GMT 5 Mar"})
         EXPECT_EQ(internetTime(text).error, SystemError::InvalidParameter) << text;
     std::minstd_rand random;  // NOLINT: the same every time
     int accepted = 0;

@@ -17,6 +17,12 @@ bool isInRange(Instant time);
 std::optional<Instant> instant(const SystemTime& time);
 std::optional<std::chrono::sys_days> dayOf(const SystemTime& time);
 
+/// Whether daylight time, which begins and ends at these times of a year, is in force at `time` of that year.
+template <class Time>
+bool isBetween(Time time, Time begins, Time ends) {
+    return begins < ends ? begins <= time && time < ends : begins <= time || time < ends;
+}
+
 /// The record of a time in range.
 SystemTime systemTime(Instant time);
 

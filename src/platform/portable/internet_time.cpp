@@ -28,18 +28,10 @@ constexpr std::array<Name, 12> kMonths{"january", "february", "march",     "apri
 
 constexpr auto isBlank = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
 
-/// Names and offsets of zones, and comments, in any language.
-constexpr std::array<bool, 256> kOfZone = [] {
-    constexpr std::string_view kMarks = "+-:()./_',";
-    std::array<bool, 256> table{};
-    for (std::size_t code = 0; code < table.size(); ++code) {
-        const char c = static_cast<char>(code);
-        table[code] =
-            isLetter(c) || isDigit(c) || isBlank(c) || code >= 0x80 || kMarks.find(c) != kMarks.npos;
-    }
-    return table;
-}();
-constexpr auto isOfZone = [](char c) { return kOfZone[static_cast<unsigned char>(c)]; };
+/// Of the name of a zone, or of its offset.
+constexpr auto isOfZone = [](char c) {
+    return isLetter(c) || isDigit(c) || c == '+' || c == '-' || c == ':' || c == '/' || c == '_';
+};
 
 bool abbreviates(std::string_view word, std::string_view name) {
     const auto sameLetter = [](char c, char ofName) { return (c | 0x20) == ofName; };
@@ -95,12 +87,13 @@ class InternetTimeReader {
                (!text_.take(':') || number(time_.second));
     }
 
+    /// One word, then a comment, which says what it likes.
     bool zone() {
+        blanks();
         const char first = text_.next();
-        const bool isApart =
-            isBlank(first) || isLetter(first) || first == '+' || first == '-' || first == '(';
-        if (isApart) text_.takeAll(isOfZone);
-        return text_.isAtEnd();
+        if (isLetter(first) || first == '+' || first == '-') text_.takeAll(isOfZone);
+        blanks();
+        return text_.isAtEnd() || text_.next() == '(';
     }
 
     bool number(std::uint16_t& field) {
@@ -127,6 +120,8 @@ class InternetTimeReader {
 
 }  // namespace
 
-Outcome<SystemTime> internetTime(std::string_view text) { return InternetTimeReader(text).read(); }
+Outcome<SystemTime> internetTime(std::string_view text) {
+    return InternetTimeReader(text.substr(0, text.find('\0'))).read();
+}
 
 }  // namespace t_genproc::portable

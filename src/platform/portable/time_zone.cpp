@@ -15,10 +15,11 @@ namespace chrono = std::chrono;
 
 constexpr std::int64_t kLargestFile = 1 << 20;
 
+std::string withoutColon(const std::string& name) { return name.substr(name.starts_with(':') ? 1 : 0); }
+
 std::string zoneName() {
     const char* const variable = std::getenv("TZ");
-    const std::string name = variable == nullptr ? "/etc/localtime" : variable;
-    return name.starts_with(':') ? name.substr(1) : name;
+    return variable == nullptr ? "/etc/localtime" : withoutColon(variable);
 }
 
 std::string locationOf(const std::string& name) {
@@ -48,7 +49,8 @@ CurrentTimeZone LocalTimeZone::at(chrono::sys_seconds now) {
     return {timeZoneId(record, now).value, record};
 }
 
-bool LocalTimeZone::isZone(const std::string& name) {
+bool LocalTimeZone::isZone(const std::string& variable) {
+    const std::string name = withoutColon(variable);
     const Version version = versionOf(locationOf(name));
     return zoneOfFile(version.location, version.size) || zoneOfRule(name);
 }

@@ -7,16 +7,18 @@
 
 namespace t_genproc::portable {
 
-/// Reads the zone that TZ names, as the C library does: a zone file (below TZDIR or in the system's own
-/// folder, or at a full path), else a rule; /etc/localtime where TZ is not set; and UTC where the file is
-/// damaged or there is neither. A file that has not changed is not read again.
+/// Reads the zone that TZ names: a zone file (below TZDIR or in the system's own folder, or at a full path),
+/// else, where there is none or it is damaged, a rule; /etc/localtime where TZ is not set; and UTC where it
+/// is neither. A file that has not changed is not read again.
 class LocalTimeZone {
    public:
     /// Its record (see zoneRecord), and the id in force, at `now`.
     CurrentTimeZone at(std::chrono::sys_seconds now);
+    /// Local time minus UTC.
+    std::chrono::seconds offsetAt(std::chrono::sys_seconds now) { return current().offsetAt(now); }
 
     /// Whether TZ could name a zone so.
-    static bool isZone(const std::string& name);
+    static bool isZone(const std::string& variable);
 
    private:
     /// What tells one state of a file from another.

@@ -1,7 +1,7 @@
 #include "platform/portable/zone_rule.h"
 
+#include "platform/portable/instant.h"
 #include "platform/portable/text_cursor.h"
-#include "platform/portable/zone_time.h"
 
 namespace t_genproc::portable {
 namespace {

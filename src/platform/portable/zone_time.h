@@ -5,12 +5,6 @@
 
 namespace t_genproc::portable {
 
-/// Whether daylight time, which begins and ends at these times of a year, is in force at `time` of that year.
-template <class Time>
-bool isBetween(Time time, Time begins, Time ends) {
-    return begins < ends ? begins <= time && time < ends : begins <= time || time < ends;
-}
-
 /// The TimeZoneId in force at `universal`. InvalidParameter: the record's dates are none, or there is no such
 /// local time.
 Outcome<std::uint32_t> timeZoneId(const TimeZoneInformation& zone, Instant universal);
