@@ -10,6 +10,7 @@
 #include <sstream>
 
 #include "frame/library.h"
+#include "host.h"
 #include "platform/portable/portable_platform.h"
 #include "ratio_table.h"
 #include "runtime/date_value.h"
@@ -17,14 +18,6 @@
 
 namespace t_genproc::bench {
 namespace {
-
-struct Host : t_gencvf::Host {
-    const t_gencvf::Application& application() override { return names; }
-    std::unique_ptr<t_gencvf::Utility> createUtility() override { return nullptr; }
-    std::unique_ptr<t_gencvf::ErrorReporter> createErrorReporter() override { return nullptr; }
-
-    t_gencvf::Application names;
-};
 
 /// The portable clock where local time is UTC, without a look at the system.
 class UniversalClock final : public Clock {
@@ -159,8 +152,8 @@ int main(int argc, char** argv) {
     using namespace t_genproc::bench;
     benchmark::Initialize(&argc, argv);
     ::setenv("TZ", "Europe/Berlin", 1);
-    bench::Host host;
     Platform platform = portablePlatform();
+    bench::Host host(platform);
     Library library(host, platform);
     cTimeProcs times(library);
     Platform fixedPlatform = portablePlatform();

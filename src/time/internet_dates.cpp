@@ -37,12 +37,6 @@ constexpr std::array kZoneNames{
 
 char capital(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
 
-bool startsWith(std::string_view text, std::string_view capitals) {
-    return text.size() >= capitals.size() &&
-           std::equal(capitals.begin(), capitals.end(), text.begin(),
-                      [](char expected, char c) { return expected == capital(c); });
-}
-
 /// For each character the names, a bit each, that have it at a position.
 using Names = std::array<std::uint32_t, 256>;
 constexpr Names namesWith(std::size_t position) {
@@ -64,7 +58,8 @@ const ZoneName* zoneNameIn(std::string_view text) {
         for (std::uint32_t likely = names(kFirst, text[0]) & names(kSecond, text[1]); likely != 0;
              likely &= likely - 1) {
             const auto i = static_cast<std::size_t>(std::countr_zero(likely));
-            if (startsWith(text, kZoneNames[i].sought)) found |= 1U << i;
+            const std::string_view sought = kZoneNames[i].sought;
+            if (text::equalIgnoringCase(text.substr(0, sought.size()), sought)) found |= 1U << i;
         }
     }
     return found == 0 ? nullptr : &kZoneNames[static_cast<std::size_t>(std::countr_zero(found))];
