@@ -34,17 +34,25 @@ class Database {
     /// What is written in between is kept together, or, where the database is closed before, not at all.
     virtual void beginTransaction() = 0;
     virtual void commitTransaction() = 0;
+
+    /// What is read from now on is of one moment, and comes quickly; no other program writes until the
+    /// database is closed.
+    virtual void beginReading() = 0;
 };
 
 class DatabaseEngine {
    public:
     virtual ~DatabaseEngine() = default;
 
-    /// `fileName` is a backslash path. Error 3024: no such file; 3343: it holds no database; 3044: no such
-    /// folder, or a name that none can have.
-    virtual std::unique_ptr<Database> openDatabase(const std::string& fileName) = 0;
+    /// `fileName` is a backslash path. A file with a password is enciphered as a whole. The password is 32
+    /// bytes that nobody can guess: it is the key itself, so that opening takes no time. Error 3024: no such
+    /// file; 3343: it holds no database; 3031: none that this password opens; 3044: no such folder, or a name
+    /// that none can have; 5: a password of another length.
+    virtual std::unique_ptr<Database> openDatabase(const std::string& fileName,
+                                                   const std::string& password = {}) = 0;
     /// Error 3204: there is such a file.
-    virtual std::unique_ptr<Database> createDatabase(const std::string& fileName) = 0;
+    virtual std::unique_ptr<Database> createDatabase(const std::string& fileName,
+                                                     const std::string& password = {}) = 0;
 };
 
 }  // namespace t_genproc

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "platform/clock.h"
+#include "platform/database.h"
 #include "platform/files.h"
 #include "platform/folders.h"
 #include "platform/processes.h"
@@ -27,6 +28,9 @@ struct Platform {
     std::unique_ptr<Processes> processes;
     std::unique_ptr<SystemInformation> system;
     std::unique_ptr<Clock> clock;
+
+    /// Added by a host that has databases, for example sqliteEngine (sqlite/sqlite_engine.h); may be missing.
+    std::unique_ptr<DatabaseEngine> databases{};
 };
 
 }  // namespace t_genproc
