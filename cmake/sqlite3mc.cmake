@@ -37,6 +37,7 @@ target_compile_definitions(sqlite3mc PRIVATE
   SQLITE_DQS=0  # a text in double quotes is a name, never a text
   SQLITE_THREADSAFE=2  # each connection belongs to one thread
   SQLITE_DEFAULT_MEMSTATUS=0
+  SQLITE_TEMP_STORE=3  # what is sorted never goes to a file, deciphered
   SQLITE_LIKE_DOESNT_MATCH_BLOBS
   SQLITE_USE_URI=0
   SQLITE_OMIT_DEPRECATED

@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "databases.h"
 #include "screen.h"
 #include "table_fields.h"
 
@@ -36,7 +37,7 @@ const t_gencvf::TableDefinition& headerTable() {
 
 void makeHeader(Tavoru& tavoru, const std::string& fileName) {
     tavoru.drive.platform.files->DeleteFileA(fileName);
-    const auto database = tavoru.databases->createDatabase(fileName);
+    const auto database = tavoru.drive.platform.databases->createDatabase(fileName);
     database->beginTransaction();
     database->createTable(headerTable());
     const auto header = database->openTable(headerTable().name);
@@ -56,7 +57,8 @@ CompletedHeader completeHeader(Tavoru& tavoru, bool afresh, bool adjusting) {
     completed.isNew = afresh || !tavoru.procs.FileExist(completed.fileName);
     withDatabase(completed.fileName, [&] {
         if (completed.isNew) makeHeader(tavoru, completed.fileName);
-        const auto header = tavoru.databases->openDatabase(completed.fileName)->openTable(headerTable().name);
+        const auto header =
+            tavoru.drive.platform.databases->openDatabase(completed.fileName)->openTable(headerTable().name);
 
         std::map<std::string, t_genproc::Variant> before;
         for (const auto& field : headerTable().fields) before[field.name] = header->get(field.name);

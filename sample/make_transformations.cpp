@@ -13,8 +13,7 @@ int main(int argc, char** argv) {
     try {
         const std::filesystem::path database = std::filesystem::absolute(argv[2]);
         const tavoru::Drive drive = tavoru::openDrive(database.parent_path());
-        tavoru::makeTransformations(argv[1], *drive.platform.files,
-                                    drive.root + database.filename().string());
+        tavoru::makeTransformations(argv[1], drive.platform, drive.root + database.filename().string());
         return 0;
     } catch (const std::exception& error) {
         std::cerr << "make_transformations: " << error.what() << '\n';

@@ -6,10 +6,16 @@
 #include <string>
 
 #include "platform/platform.h"
+#include "platform/sqlite/sqlite_engine.h"
 
 namespace tavoru {
 
 struct Drive {
+    Drive(t_genproc::Platform services, std::string rootFolder)
+        : platform(std::move(services)), root(std::move(rootFolder)) {
+        platform.databases = t_genproc::sqliteEngine(*platform.files);
+    }
+
     t_genproc::Platform platform;
     std::string root;  ///< as the library names the folder, ending in "\"
 };

@@ -2,11 +2,12 @@
 
 #include <stdexcept>
 
+#include "databases.h"
 #include "frame/recent_jobs_menu.h"
 #include "installation.h"
+#include "messages.h"
 #include "office_standards.h"
 #include "platform/file_system.h"
-#include "platform/sqlite/sqlite_engine.h"
 #include "runtime/errors.h"
 #include "startup/cStartProcs.h"
 #include "transformation_source.h"
@@ -42,7 +43,6 @@ Tavoru::Tavoru(const Places& places)
       host(drive.platform),
       library(host, drive.platform),
       procs(library),
-      databases(t_genproc::sqliteEngine(*drive.platform.files)),
       preferences(officePreferences()),
       dataSettings(officeDataSettings()),
       leastSquares(officeLeastSquares()),
@@ -60,9 +60,16 @@ void Tavoru::start(const Places& places) {
     if (!library.utility().FolderExists(prog.progPath)) {
         install(library, prog.progPath, filesIn(places.samples / "Samples"));
     }
+    const std::filesystem::path reference = places.samples / "Reference";
     if (!procs.FileExist(transformationsPath())) {
-        makeTransformations(places.samples / "Reference" / "transformations.txt", *drive.platform.files,
-                            transformationsPath());
+        withDatabase(transformationsPath(), [&] {
+            makeTransformations(reference / "transformations.txt", drive.platform, transformationsPath());
+        });
+    }
+    if (!procs.FileExist(messagesPath())) {
+        withDatabase(messagesPath(), [&] {
+            makeMessages(readMessages(reference / "instant_help.txt"), drive.platform, messagesPath());
+        });
     }
     const bool hasData = library.utility().FolderExists(dataPath());
     bool placedElsewhere = false;

@@ -7,7 +7,6 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -15,9 +14,7 @@
 #include "frame/library.h"
 #include "host/memory_object.h"
 #include "instanthelp/cInstHelpSettings.h"
-#include "platform/database.h"
 #include "platform_choice.h"
-#include "runtime/errors.h"
 #include "survey_job.h"
 #include "tavoru_host.h"
 
@@ -30,16 +27,6 @@ struct Places {
     std::filesystem::path drive;
     std::filesystem::path samples;  ///< jobs of the office; "Samples" and "Reference" are for the setup
 };
-
-/// Works with a database; a failure is told with the name of its file.
-template <class Body>
-void withDatabase(const std::string& fileName, Body&& body) {
-    try {
-        std::forward<Body>(body)();
-    } catch (const t_genproc::RuntimeError& error) {
-        throw std::runtime_error(fileName + ": " + error.what());
-    }
-}
 
 struct Tavoru {
     /// Installs itself on a new drive, asks the library for its folders, brings the jobs of the office into a
@@ -67,6 +54,7 @@ struct Tavoru {
     std::string mainPath() const { return homePath() + "Tavoru\\"; }
     std::string dataPath() const { return mainPath() + "Data\\"; }
     std::string transformationsPath() const { return prog.progPath + "Transformations.db"; }
+    std::string messagesPath() const { return prog.progPath + "Messages.db"; }
     std::string logPath() const { return prog.tempPath + "t_eveml"; }
 
     // In the order in which each needs the one before.
@@ -74,7 +62,6 @@ struct Tavoru {
     TavoruHost host;
     t_genproc::Library library;
     t_genproc::cGenProcs procs;
-    std::unique_ptr<t_genproc::DatabaseEngine> databases;
     t_genproc::cInstHelpSettings instantHelp;
 
     t_gencvf::ProgramState prog;

@@ -1,10 +1,9 @@
 #include "transformation_source.h"
 
-#include <fstream>
 #include <set>
 #include <stdexcept>
 
-#include "platform/sqlite/sqlite_engine.h"
+#include "databases.h"
 #include "runtime/errors.h"
 #include "runtime/text.h"
 #include "table_fields.h"
@@ -52,7 +51,6 @@ class Writer {
     explicit Writer(t_genproc::Database& database) : database_(database) {}
 
     void take(std::string_view line) {
-        if (line.empty() || line.starts_with('#')) return;
         if (line.starts_with('[') && line.ends_with(']')) {
             startSection(line.substr(1, line.size() - 2));
         } else if (records_ == nullptr) {
@@ -118,37 +116,20 @@ class Writer {
     std::set<std::pair<std::string, std::string>> names_;  // with their tables
 };
 
-void write(const std::filesystem::path& source, t_genproc::Database& database) {
-    std::ifstream file(source);
-    if (!file) throw std::runtime_error("cannot read " + source.string());
-    database.beginTransaction();
-    Writer writer(database);
-    int number = 0;
-    for (std::string line; std::getline(file, line);) {
-        if (++number == 1 && line.starts_with("\xEF\xBB\xBF")) line.erase(0, 3);  // byte order mark
-        if (line.ends_with('\r')) line.pop_back();
-        try {
-            writer.take(text::trim(line));
-        } catch (const std::exception& error) {
-            throw std::runtime_error(source.filename().string() + ", line " + std::to_string(number) + ": " +
-                                     error.what());
-        }
-    }
-    if (!writer.hasTransformations()) throw std::runtime_error(source.string() + " has no [Transformations]");
-    database.commitTransaction();
-}
-
 }  // namespace
 
-void makeTransformations(const std::filesystem::path& source, t_genproc::Files& files,
+void makeTransformations(const std::filesystem::path& source, const t_genproc::Platform& platform,
                          const std::string& fileName) {
-    files.DeleteFileA(fileName);
-    try {
-        write(source, *t_genproc::sqliteEngine(files)->createDatabase(fileName));
-    } catch (...) {
-        files.DeleteFileA(fileName);
-        throw;
-    }
+    replaceDatabase(*platform.files, fileName, [&](const std::string& newName) {
+        const auto database = platform.databases->createDatabase(newName);
+        database->beginTransaction();
+        Writer writer(*database);
+        takeLines(source, [&](std::string_view line, int) { writer.take(line); });
+        if (!writer.hasTransformations()) {
+            throw std::runtime_error(source.string() + " has no [Transformations]");
+        }
+        database->commitTransaction();
+    });
 }
 
 }  // namespace tavoru

@@ -12,13 +12,13 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/files.h"
+#include "platform/platform.h"
 
 namespace tavoru {
 
 /// Makes the database `fileName`, a backslash path, in place of the one that is there; of a failure nothing
 /// stays. Throws std::runtime_error, with file and line, where `source` is not as it must be.
-void makeTransformations(const std::filesystem::path& source, t_genproc::Files& files,
+void makeTransformations(const std::filesystem::path& source, const t_genproc::Platform& platform,
                          const std::string& fileName);
 
 }  // namespace tavoru

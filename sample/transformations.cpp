@@ -2,13 +2,15 @@
 
 #include <sstream>
 
+#include "databases.h"
+
 namespace tavoru {
 
 using t_genproc::toText;
 
 TransformationTables::TransformationTables(Tavoru& tavoru) : procs(tavoru.procs) {
     withDatabase(tavoru.transformationsPath(), [&] {
-        const auto database = tavoru.databases->openDatabase(tavoru.transformationsPath());
+        const auto database = tavoru.drive.platform.databases->openDatabase(tavoru.transformationsPath());
         const auto spheroid = database->openTable("Spheroids");
         for (; !spheroid->atEnd(); spheroid->moveNext()) {
             const auto axis = procs.SetNumericField(toText(spheroid->get("SemiMajorAxis")), 3, true);

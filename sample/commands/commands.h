@@ -2,11 +2,11 @@
 #pragma once
 
 #include <span>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "tavoru.h"
+#include "wrong_use.h"
 
 namespace tavoru {
 
@@ -23,11 +23,6 @@ struct Command {
     int (*run)(const Places& places, const Arguments& arguments);
 };
 
-/// The command was called wrongly: exit code 2.
-struct WrongUse : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
-
 std::span<const Command> sessionCommands();   // commands/session.cpp
 std::span<const Command> jobCommands();       // commands/jobs.cpp
 std::span<const Command> settingsCommands();  // commands/settings.cpp
@@ -35,5 +30,6 @@ std::span<const Command> systemCommands();    // commands/system.cpp
 std::span<const Command> geodesyCommands();   // commands/geodesy.cpp
 std::span<const Command> timeCommands();      // commands/times.cpp
 std::span<const Command> formCommands();      // commands/forms.cpp
+std::span<const Command> helpCommands();      // commands/help.cpp
 
 }  // namespace tavoru

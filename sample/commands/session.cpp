@@ -4,7 +4,7 @@
 #include <iostream>
 
 #include "commands/commands.h"
-#include "commands/session_times.h"
+#include "commands/session_chapters.h"
 #include "frame/GenUtil.h"
 #include "job_header.h"
 #include "listing.h"
@@ -284,6 +284,7 @@ int session(const Places& places, const Arguments& /*arguments*/) {
         tidyMenu(tavoru);
         completeJobHeader(tavoru);
         describeTransformations(tavoru);
+        readHelp(tavoru);
         chooseListFolder(tavoru);
         saveSettings(tavoru);
         noteFailure(tavoru);

@@ -1,4 +1,4 @@
-#include "commands/session_times.h"
+#include "commands/session_chapters.h"
 
 #include "screen.h"
 #include "times.h"

@@ -45,14 +45,16 @@ class cInstHelp {
 
     /// Reads the texts of both ranges, and the window's own, from the message database, once for each range.
     /// Where `MenuIhelp` is not checked, only folds the panel away; where the file or its table is missing,
-    /// tells the user, folds the panel away and unchecks `MenuIhelp`. Raises what DatabaseEngine does; 91:
-    /// the platform has no databases. The texts read so far stay.
+    /// tells the user, folds the panel away and unchecks `MenuIhelp`. Raises what DatabaseEngine, Database
+    /// and RecordSet do (3031 another password, 3015 no index, 3265 no such field, 3260 locked); 91: the
+    /// platform has no databases. The texts read so far stay.
     void LoadInstantHelp(const ObjectPointer& currentForm, std::int16_t minID, std::int16_t maxID,
                          std::int16_t minIDgeneral, std::int16_t maxIDgeneral,
                          const std::string& instHelpDBname);
 
-    /// Opens the message database, which then stays open until the next load, unless it is `alreadyOpen`
-    /// (error 91: it is not). `tableExists`: it has a table of exactly this name. Otherwise tells the user.
+    /// Opens the message database, which then stays open until the end of the next load, unless it is
+    /// `alreadyOpen` (error 91: it is not). `tableExists`: it has a table of exactly this name. Otherwise
+    /// tells the user.
     void OpenMessageDB(const std::string& instHelpDBname, const std::string& tableName, bool alreadyOpen,
                        bool& tableExists);
 
@@ -98,7 +100,7 @@ class cInstHelp {
     std::int16_t minHelpID_ = 0, maxHelpID_ = 0, minHelpIDg_ = 0, maxHelpIDg_ = 0;
     HelpTexts controlTexts_, generalTexts_;
     std::string windowText_;
-    std::unique_ptr<Database> database_;  // open during a load
+    std::unique_ptr<Database> database_;  // no longer than until the end of a load
     std::optional<std::int32_t> lastShown_;
 };
 

@@ -18,6 +18,18 @@ void foldPanel(const LateBound& form) {
     form["pnlHelp"]["Height"] = 0;
 }
 
+/// Closes the message database, whichever way a load ends.
+class ClosedAtTheEnd {
+   public:
+    explicit ClosedAtTheEnd(std::unique_ptr<Database>& database) : database_(database) {}
+    ClosedAtTheEnd(const ClosedAtTheEnd&) = delete;
+    ClosedAtTheEnd& operator=(const ClosedAtTheEnd&) = delete;
+    ~ClosedAtTheEnd() { database_.reset(); }
+
+   private:
+    std::unique_ptr<Database>& database_;
+};
+
 std::string messageOf(RecordSet& record) {
     const Variant message = record.get(MessageTable::Message);
     return isNull(message) ? "" : toText(message);
@@ -63,14 +75,13 @@ void cInstHelp::OpenMessageDB(const std::string& instHelpDBname, const std::stri
 void cInstHelp::LoadHelpRecords(const std::string& instHelpDBname, const ObjectPointer& currentForm,
                                 HelpTexts& texts, std::int16_t lowest, std::int16_t highest) {
     procedure(library_, "(Class Module) cInstHelp::Sub LoadHelpRecords", [&] {
+        const ClosedAtTheEnd closed(database_);
         const LateBound form(currentForm);
         form["pnlHelp"]["Caption"] = "";
-        if (!toBoolean(form["MenuIhelp"]["Checked"].get())) return foldPanel(form);
-
-        struct Close {
-            std::unique_ptr<Database>& database;
-            ~Close() { database.reset(); }
-        } close{database_};
+        if (!toBoolean(form["MenuIhelp"]["Checked"].get())) {
+            foldPanel(form);
+            return;
+        }
         bool tableExists = false;
         OpenMessageDB(instHelpDBname, std::string(MessageTable::Name), false, tableExists);
         if (!tableExists) {

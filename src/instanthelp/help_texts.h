@@ -19,7 +19,7 @@ class HelpTexts {
     /// Numbers up to this one that have no text yet get an empty one. Below the first number: no effect.
     void set(std::int32_t number, std::string text) {
         if (number < lowest_) return;
-        const auto position = static_cast<std::size_t>(number - lowest_);
+        const auto position = static_cast<std::size_t>(std::int64_t{number} - lowest_);
         if (position >= texts_.size()) texts_.resize(position + 1);
         texts_[position] = std::move(text);
     }

@@ -35,8 +35,8 @@ class Database {
     virtual void beginTransaction() = 0;
     virtual void commitTransaction() = 0;
 
-    /// What is read from now on is of one moment, and comes quickly; no other program writes until the
-    /// database is closed.
+    /// What is read from now on is of one moment, and comes quickly; until the database is closed, no other
+    /// program writes, nor does this one (error 3027).
     virtual void beginReading() = 0;
 };
 
@@ -54,5 +54,8 @@ class DatabaseEngine {
     virtual std::unique_ptr<Database> createDatabase(const std::string& fileName,
                                                      const std::string& password = {}) = 0;
 };
+
+/// For engines. Error 5: a password that is neither empty nor of 32 bytes.
+void requirePasswordSize(const std::string& password);
 
 }  // namespace t_genproc

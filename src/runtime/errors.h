@@ -51,6 +51,7 @@ enum class ErrorNumber : std::int32_t {
     DuplicateValue = 3022,
     DatabaseFileNotFound = 3024,
     DatabaseReadOnly = 3027,
+    NotAValidPassword = 3031,
     DiskOrNetwork = 3043,
     NotAValidPath = 3044,
     NoSuchTable = 3078,

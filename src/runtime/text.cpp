@@ -145,6 +145,7 @@ std::string lower(std::string_view text) {
 }
 
 bool equalIgnoringCase(std::string_view a, std::string_view b) {
+    if (a == b) return true;
     if (a.size() != b.size()) return false;  // a letter and its capital take the same number of bytes
     const auto asciiCapital = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; };
     for (std::size_t i = a.size(); i-- > 0;) {  // names in a list mostly differ at their end

@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "host/memory_record_set.h"
+#include "platform/memory/memory_engine.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "support/platform_under_test.h"
 
@@ -18,14 +18,16 @@ const char* const kFields[] = {"Any", "Truth", "Byte", "Short", "Long", "Single"
 /// On whatever keeps the records.
 struct RecordSetTest : testing::TestWithParam<const char*> {
     t_genproc::test::PlatformUnderTest system;
-    const std::unique_ptr<RecordSet> records = open();
+    const bool isInMemory = GetParam() == std::string("memory");
+    const std::unique_ptr<t_genproc::DatabaseEngine> engine =
+        isInMemory ? t_genproc::memoryEngine() : sqliteEngine(*system.platform.files);
+    const std::unique_ptr<t_genproc::Database> database = engine->createDatabase(system.path("a.db"));
+    std::unique_ptr<RecordSet> records = open();
 
     std::unique_ptr<RecordSet> open() {
         TableDefinition table{"Points", {}, {{"ByLong", "LONG"}, {"ByAny", "Any"}}};
         for (const char* name : kFields)
             table.fields.push_back({name, static_cast<FieldType>(table.fields.size())});
-        if (GetParam() == std::string("memory")) return std::make_unique<MemoryRecordSet>(table);
-        const auto database = sqliteEngine(*system.platform.files)->createDatabase(system.path("a.db"));
         database->createTable(table);
         return database->openTable("points");
     }
@@ -103,20 +105,54 @@ TEST_P(RecordSetTest, FollowsAnIndex) {
         for (const Variant& key : keys) names += records->seek(comparison, key) ? rest() : "|";
         return names;
     };
-    records->setIndex("ByAny");
-    EXPECT_EQ(rest(), "cebgdfha|");
-    EXPECT_EQ(found(Equal, {10, 11, "10", "c"}), "bgdfha||dfha||");
-    EXPECT_EQ(found(GreaterOrEqual, {10, 11, "10", "a", "c"}), "bgdfha|gdfha|dfha|a||");
+    const auto follow = [&] {
+        records->setIndex("ByAny");
+        EXPECT_EQ(rest(), "cebgdfha|");
+        EXPECT_EQ(found(Equal, {10, 11, "10", "c"}), "bgdfha||dfha||");
+        EXPECT_EQ(found(GreaterOrEqual, {10, 11, "10", "a", "c"}), "bgdfha|gdfha|dfha|a||");
+        records->setIndex("ByLong");
+        EXPECT_EQ(rest(), "begcfadh|");
+        EXPECT_EQ(found(Equal, {3, "2", 0, Null{}}), "adh|fadh|||");
+        EXPECT_EQ(found(GreaterOrEqual, {-9, 0, 3, 4, Null{}}), "gcfadh|cfadh|adh|||");
+    };
+    follow();
+    auto second = std::move(records);  // shares the records
+    auto reader = engine->openDatabase(system.path("A.DB"));
+    reader->beginReading();
+    records = reader->openTable("Points");
+    follow();
+    reader.reset();
+    records = database->openTable("Points");
     records->setIndex("ByLong");
-    EXPECT_EQ(rest(), "begcfadh|");
-    EXPECT_EQ(found(Equal, {3, "2", 0, Null{}}), "adh|fadh|||");
-    EXPECT_EQ(found(GreaterOrEqual, {-9, 0, 3, 4, Null{}}), "gcfadh|cfadh|adh|||");
     records->seek(Equal, 1);
     records->edit();
     records->let("Long", 3);
     records->update();  // moves it to another place; it stays the current one
     EXPECT_EQ(records->get("Long"), Variant(3));
     EXPECT_EQ(rest(), "cdh|");
+    add(9, 9);
+    records = std::move(second);
+    EXPECT_EQ(found(Equal, {1, 3}), "|acdhi|");
+}
+
+TEST_P(RecordSetTest, OpensWithItsPasswordAlone) {
+    const std::string right = std::string("\0\xC3\0'", 4) + std::string(28, 'a');
+    const std::vector<std::string> names{"z", "Höhe 1", "a"};
+    for (const auto made = engine->createDatabase(system.path("b.db"), right); const auto& name : names)
+        made->createTable({name, {{"a"}}});
+    using Row = std::tuple<const char*, std::string, int, int>;  // the last two are errors
+    for (const auto& [file, password, open, create] :
+         {Row{"b.db", right, 0, 3204}, Row{"b.db", right.substr(1) + 'a', 3031, 3204},
+          Row{"b.db", "", 3343, 3204}, Row{"a.db", right, 3031, 3204}, Row{"b.db", right.substr(1), 5, 5},
+          Row{"c.db", right + 'a', 5, 5}, Row{"c.db", right, 3024, 0}, Row{"C.db", right, 0, 3204}}) {
+        const std::string path = system.path(file), key = password;
+        EXPECT_EQ(errorOf([&] { engine->openDatabase(path, key); }), open) << file << key;
+        EXPECT_EQ(errorOf([&] { engine->createDatabase(path, key); }), create) << file << key;
+    }
+    const auto opened = engine->openDatabase(system.path("b.db"), right);
+    EXPECT_EQ(opened->tableNames(), names);
+    EXPECT_EQ(errorOf([&] { opened->openTable("Höhe"); }), 3078);
+    EXPECT_EQ(errorOf([&] { opened->createTable({"höhe 1", {{"a"}}}); }), 3010);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "platform/sqlite/connection.h"
@@ -18,11 +19,12 @@ struct SqliteTest : testing::Test {
     std::unique_ptr<Database> database = engine->createDatabase(file);
     sqlite::Connection other{system.platform.files->nativePath(file).value, sqlite::Opening::Existing};
     const t_gencvf::TableDefinition table{"t", {{"a"}}};
+    const std::string password = std::string("\0\xC3", 2) + std::string(30, 'a');
 };
 
 TEST_F(SqliteTest, RefusesWhatIsNoDatabase) {
-    const auto open = [&](const char* name) {
-        return errorOf([&] { engine->openDatabase(system.path(name)); });
+    const auto open = [&](const char* name, const std::string& with = {}) {
+        return errorOf([&] { engine->openDatabase(system.path(name), with); });
     };
     const auto create = [&](const char* name) {
         return errorOf([&] { engine->createDatabase(system.path(name)); });
@@ -33,13 +35,12 @@ TEST_F(SqliteTest, RefusesWhatIsNoDatabase) {
                                 bytes.substr(0, 1000), bytes.substr(0, bytes.size() / 2)}) {
         system.write(system.path("b"), content);
         EXPECT_EQ(open("b"), 3343) << content.size();
+        EXPECT_EQ(open("b", password), content.size() < 512 ? 3343 : 3031) << content.size();
     }
     for (const char* name : {"none", "none", ""}) EXPECT_EQ(open(name), 3024);  // nor is it created
     EXPECT_EQ(open("none\\a"), 3044);
     for (const char* name : {"none\\a", "a?b"}) EXPECT_EQ(create(name), 3044);
     EXPECT_EQ(create("Höhe 1.db"), 3204);
-    EXPECT_EQ(errorOf([&] { database->openTable("None"); }), 3078);
-    EXPECT_EQ(errorOf([&] { database->createTable(table); }), 3010);
 }
 
 TEST_F(SqliteTest, GivesWhatDoesNotFitItsColumnAsItIs) {
@@ -79,6 +80,59 @@ TEST_F(SqliteTest, SharesTheFileWithOtherPrograms) {
     EXPECT_EQ(records->get("a"), Variant("b"));
     other.execute("DELETE FROM t");
     EXPECT_EQ(errorOf([&] { records->edit(), write("d"); }), 3021);
+}
+
+TEST_F(SqliteTest, ReadsOneMomentWhileOthersWait) {
+    other.execute("CREATE TABLE t (a); INSERT INTO t VALUES (1), (2); BEGIN EXCLUSIVE; DELETE FROM t");
+    EXPECT_EQ(errorOf([&] { database->beginReading(); }), 3260);
+    other.execute("ROLLBACK");
+    database->beginReading();
+    auto records = database->openTable("t");
+    EXPECT_EQ(errorOf([&] { other.execute("DELETE FROM t"); }), 3260);
+    records->moveNext();
+    EXPECT_EQ(records->get("a"), Variant(std::int16_t{2}));
+    EXPECT_EQ(errorOf([&] { records->edit(), records->let("a", 3), records->update(); }), 3027);
+    database.reset(), records.reset();
+    other.execute("DELETE FROM t");
+}
+
+TEST_F(SqliteTest, KeepsEncipheredFilesDarkAndClosed) {
+    const std::string path = system.path("c"), native = system.platform.files->nativePath(path).value;
+    const auto bytesOf = [&](const std::string& with, const char* statements) {
+        sqlite::Connection(native, sqlite::Opening::New, with).execute(statements);
+        std::string bytes = system.read(path);
+        std::filesystem::remove(native);
+        return bytes;
+    };
+    const char* const help =
+        "CREATE TABLE Help (a); INSERT INTO Help VALUES ('Read me' || hex(zeroblob(9999)))";
+    const std::string bytes = bytesOf(password, help), plain = bytesOf("", help);
+    for (const char* text : {"Help", "Read me", "SQLite format"})
+        EXPECT_TRUE(bytes.find(text) == std::string::npos && plain.find(text) != std::string::npos) << text;
+    const auto openFiles = [&] {
+        std::error_code ignored;
+        return std::count_if(std::filesystem::directory_iterator("/proc/self/fd", ignored), {},
+                             [&](const auto& each) { return read_symlink(each, ignored) == native; });
+    };
+    const auto read = [&](const std::string& with) {
+        const auto opened = engine->openDatabase(path, with);
+        EXPECT_EQ(openFiles() > 0, test::systemName() == "portable");
+        opened->beginReading();
+        const auto records = opened->openTable("Help");
+        while (!records->atEnd()) records->moveNext();
+    };
+    std::string damaged = bytes;
+    damaged[bytes.size() / 2] ^= 1;
+    using Row = std::tuple<std::string, std::string, int>;
+    for (const auto& [content, with, error] :
+         {Row{bytes, password, 0}, Row{bytes, std::string(32, 'a'), 3031}, Row{bytes, "", 3343},
+          Row{plain, password, 3031}, Row{bytes.substr(0, bytes.size() / 2), password, 3343},
+          Row{damaged, password, 3343}, Row{bytesOf(password, "CREATE TABLE Other (a)"), password, 3078}}) {
+        system.write(path, content);  // what stands there is replaced between two openings
+        EXPECT_EQ(errorOf([&, &with = with] { read(with); }), error);
+        EXPECT_EQ(openFiles(), 0);
+        EXPECT_TRUE(std::filesystem::remove(native));  // Windows keeps what is open
+    }
 }
 
 TEST_F(SqliteTest, TakesNamesAsTheyAre) {

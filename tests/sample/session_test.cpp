@@ -6,6 +6,9 @@
 #include <fstream>
 #include <regex>
 
+#include "instanthelp/message_database.h"
+#include "runtime/text.h"
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -22,9 +25,9 @@ class SampleHost : public testing::Test {
     SampleHost() { fs::create_directory(folder_); }
     ~SampleHost() override { fs::remove_all(folder_); }
 
-    int run(const std::string& words) {
-        const std::string program = "cd " + folder_.string() + "; " TAVORU_PROGRAM " --drive drive ";
-        const int status = std::system((program + words + " >out 2>err").c_str());
+    int run(const std::string& words, const std::string& program = TAVORU_PROGRAM " --drive drive ") {
+        const std::string here = "cd " + folder_.string() + "; " + program;
+        const int status = std::system((here + words + " >out 2>err").c_str());
         out_ = contents(folder_ / "out");
         err_ = contents(folder_ / "err");
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
@@ -46,6 +49,7 @@ TEST_F(SampleHost, TellsASessionAndRemembersIt) {
 
     EXPECT_THAT(out_,
                 ContainsRegex("2026-03-29 02:30:00 by the watch\n    None: .*2025-10-26 .*\n    Two: "));
+    EXPECT_THAT(out_, ContainsRegex("Remarks, 4109\n +.No help [^\n]*\n.* !!\n.*\n    after   Height 5700"));
 
     const std::regex sameDrive("drive before it +([0-9]+)\n.*after it +\\1\n.* time +\\1\n");
     EXPECT_TRUE(std::regex_search(out_, sameDrive)) << out_;
@@ -132,6 +136,52 @@ TEST_F(SampleHost, DescribesTransformationsHeadersGeoidsAndForms) {
     EXPECT_THAT(report, ContainsRegex("OSGBtoETRS.gsb\r\nCopyright [^\n]*\n$"));
 }
 
+TEST_F(SampleHost, MakesListsAndChecksMessages) {
+    const std::tuple<const char*, const char*, int, const char*> cases[] = {
+        {"5 | a|b\r\n-32768 | z\n\n5 | a|b", "$M s m.db", 0, "^$"},
+        {"5 | a\n7 | z\n5 | b", "$M s m.db", 1, "s, line 3: 5 has another text in line 1\n$"},
+        {"#\n32768 | a", "$M s m.db", 1, "s, line 2: 32768 is not from -32768 to 32767\n$"},
+        {"5 | ", "$M s m.db", 1, "s, line 1: there is no text behind the |\n$"},
+        {"", "$M --list m.db", 0, "^-32768 [|] z\n5 [|] a[|]b\n$"},
+        {"4555 | a", "$M --check options s", 1, "^frmLSO[^\n]* 4500, .*No control [^\n]* 4555: a\n$"},
+        {"", "for w in traverse network file dataset options; do $M --check $w drive/P*/T*/M*.db; done", 0,
+         "^txtRemarks has the number 4109, which has no text\n$"},
+    };
+    ::setenv("M", MAKE_MESSAGES, 1);
+    EXPECT_EQ(run("help dataset CBOdatum"), 0);
+    for (const auto& [source, words, exitCode, told] : cases) {
+        std::ofstream(folder_ / "s") << source;
+        EXPECT_EQ(run(words, ""), exitCode) << words;
+        EXPECT_THAT(out_ + err_, ContainsRegex(told)) << words;
+    }
+}
+
+/// Hears the password, and opens nothing.
+struct Ear : t_genproc::DatabaseEngine {
+    using Opened = std::unique_ptr<t_genproc::Database>;
+    using Text = const std::string&;
+    Opened openDatabase(Text, Text heard) override { return password = heard, nullptr; }
+    Opened createDatabase(Text, Text) override { return nullptr; }
+    std::string password;
+};
+
+TEST(Password, IsNotInTheProgram) {
+    Ear ear;
+    t_genproc::openMessageDatabase(ear, "");
+    ASSERT_EQ(ear.password.size(), 32U);
+    std::string digits;
+    for (const char character : ear.password) {
+        const auto byte = static_cast<unsigned char>(character);
+        digits += {"0123456789abcdef"[byte / 16], "0123456789abcdef"[byte % 16]};
+    }
+    for (const char* file : {"/proc/self/exe", TAVORU_PROGRAM, MAKE_MESSAGES}) {
+        const std::string program = contents(file);
+        EXPECT_NE(program.find("HelpContextID_Index"), std::string::npos) << file;
+        for (const std::string& secret : {ear.password, digits, t_genproc::text::upper(digits)})
+            EXPECT_EQ(program.find(secret.substr(0, secret.size() / 4)), std::string::npos) << file;
+    }
+}
+
 TEST_F(SampleHost, AnswersWrongUseAndFailuresInOneLine) {
     const std::pair<std::string, int> uses[] = {
         {"paint", 2},
@@ -158,6 +208,8 @@ TEST_F(SampleHost, AnswersWrongUseAndFailuresInOneLine) {
         {"time parse yesterday", 1},
         {"time parse 2021-13-04T12:34:56Z", 1},
         {"time now --zone No/Where", 1},
+        {"help house", 2},
+        {"help file txtRemarks", 2},
     };
     for (const auto& [use, exitCode] : uses) {
         EXPECT_EQ(run(use), exitCode) << use;

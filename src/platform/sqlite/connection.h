@@ -8,9 +8,11 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -30,28 +32,36 @@ enum class Opening { Existing, New };
 /// other.
 class Connection {
    public:
-    /// `path` in UTF-8, as the system has it. A file that holds no database fails here.
-    Connection(const std::string& path, Opening opening);
+    /// `path` in UTF-8, as the system has it. A file that holds no database fails here, and one that the
+    /// password does not open (error 3031).
+    Connection(const std::string& path, Opening opening, const std::string& password = {});
 
     /// Runs statements separated by ";".
     void execute(const std::string& statements);
     /// The same, all of them or none.
     void executeTogether(const std::string& statements);
 
+    /// One transaction, from now until the connection ends, that reads only.
+    void beginReading();
+    bool isReading() const { return isReading_; }
+
    private:
     friend class Statement;
     int runAll(const std::string& statements);
+    void encipher(const std::string& password, Opening opening);
 
     struct Close {
         void operator()(sqlite3* handle) const;
     };
     std::unique_ptr<sqlite3, Close> handle_;
+    bool isReading_ = false;
 };
 
-/// Prepared once, run many times. It holds the file only while it runs.
+/// Prepared when it first runs, run many times. It holds the file only while it runs.
 class Statement {
    public:
-    Statement(std::shared_ptr<Connection> connection, const std::string& sql);
+    Statement(std::shared_ptr<Connection> connection, std::string sql)
+        : connection_(std::move(connection)), sql_(std::move(sql)) {}
 
     using Row = std::span<const Cell>;
 
@@ -61,7 +71,14 @@ class Statement {
         run(std::span(values.begin(), values.size()), eachRow);
     }
 
+    /// The same row by row: it runs until `next` gives none or fails, or it is ended. The texts of a row last
+    /// until then, or until the next row.
+    void start(std::span<const Cell> values);
+    std::optional<Row> next();
+    void end() noexcept;
+
    private:
+    void prepare();
     void bind(int parameter, const Cell& value);
     Cell cell(int column) const;
 
@@ -69,6 +86,7 @@ class Statement {
         void operator()(sqlite3_stmt* handle) const;
     };
     std::shared_ptr<Connection> connection_;
+    std::string sql_;
     std::unique_ptr<sqlite3_stmt, Finalize> handle_;
     std::vector<Cell> row_;
 };

@@ -41,31 +41,44 @@ SqliteRecordSet::SqliteRecordSet(std::shared_ptr<Connection> connection, TableDe
       table_(quoted(table().name)),
       number_(numberName(table())),
       record_(number_ + ", " + fieldNames(table())),
-      first_(firstRecord("TRUE", number_)) {
-    next_.push_back(firstRecord(number_ + " > ?", number_));
+      first_(records("TRUE", number_)) {
+    next_.push_back(records(number_ + " > ?", number_));
     toFirst();
 }
 
-Statement SqliteRecordSet::firstRecord(const std::string& condition, const std::string& order) const {
+Statement SqliteRecordSet::records(const std::string& condition, const std::string& order) const {
     return {connection_, "SELECT " + record_ + " FROM " + table_ + " WHERE " + condition + " ORDER BY " +
-                             order + ", " + number_ + " LIMIT 1"};
+                             order + ", " + number_};
 }
 
-/// Stands on the record that the statement gives. False: it gives none, and nothing has moved.
+/// Stands on the first record that the statement gives. False: it gives none, and nothing has moved.
 bool SqliteRecordSet::goTo(Statement& query, std::span<const Cell> parameters) {
-    std::optional<std::int64_t> number;
-    std::vector<Variant> values;
-    query.run(parameters, [&](Statement::Row row) {
-        number = std::get<std::int64_t>(row[0]);
-        for (const FieldDefinition& field : table().fields) {
-            values.push_back(valueOf(field.type, row[values.size() + 1]));
-        }
-        if (orderField_) key_ = valueOf(FieldType::Any, row[*orderField_ + 1]);
-    });
-    if (!number) return false;
-    current_ = number;
-    values_ = std::move(values);
+    running_ = nullptr;
+    query.start(parameters);
+    return goOn(query);
+}
+
+bool SqliteRecordSet::goOn(Statement& query) {
+    running_ = nullptr;
+    const std::optional<Statement::Row> row = query.next();
+    if (!row) return false;
+    current_ = recordOf(*row);
+    if (connection_->isReading()) {
+        running_ = &query;
+    } else {
+        query.end();
+    }
     return true;
+}
+
+SqliteRecordSet::Record SqliteRecordSet::recordOf(Statement::Row row) const {
+    Record record{std::get<std::int64_t>(row[0]), {}, {}};
+    if (orderField_) record.key = valueOf(FieldType::Any, row[*orderField_ + 1]);
+    record.values.reserve(table().fields.size());
+    for (const FieldDefinition& field : table().fields) {
+        record.values.push_back(valueOf(field.type, row[record.values.size() + 1]));
+    }
+    return record;
 }
 
 void SqliteRecordSet::toFirst() {
@@ -73,8 +86,8 @@ void SqliteRecordSet::toFirst() {
 }
 
 void SqliteRecordSet::toNext() {
-    const Variant key = key_;
-    const std::array<Cell, 2> current{*current_, cellOf(key)};
+    if (running_ != nullptr && goOn(*running_)) return;
+    const std::array<Cell, 2> current{current_->number, cellOf(current_->key)};
     for (Statement& query : next_) {
         if (goTo(query, std::span(current).first(orderField_ ? 2 : 1))) return;
     }
@@ -83,17 +96,18 @@ void SqliteRecordSet::toNext() {
 
 void SqliteRecordSet::orderBy(std::size_t field) {
     const std::string key = quoted(table().fields[field].name) + " COLLATE BINARY";
-    Statement first = firstRecord("TRUE", key);
+    Statement first = records("TRUE", key);
+    std::vector<Statement> next, find;
     // Three conditions, each of which an index answers by itself.
-    std::vector<Statement> next;
-    next.push_back(firstRecord(key + " IS ?2 AND " + number_ + " > ?1", key));
-    next.push_back(firstRecord(key + " > ?2", key));
-    next.push_back(firstRecord("?2 IS NULL AND " + key + " IS NOT NULL", key));
-    std::vector<Statement> find;
-    for (const char* comparison : {" = ?", " >= ?"}) find.push_back(firstRecord(key + comparison, key));
-    std::swap(first_, first);
-    std::swap(next_, next);
-    std::swap(find_, find);
+    for (const std::string& condition :
+         {key + " IS ?2 AND " + number_ + " > ?1", key + " > ?2", "?2 IS NULL AND " + key + " IS NOT NULL"}) {
+        next.push_back(records(condition, key));
+    }
+    for (const char* comparison : {" = ?", " >= ?"}) find.push_back(records(key + comparison, key));
+    toEnd();
+    first_ = std::move(first);
+    next_ = std::move(next);
+    find_ = std::move(find);
     orderField_ = field;
     toFirst();
 }
@@ -119,11 +133,13 @@ void SqliteRecordSet::change(const Changes& changes) {
         values.push_back(cellOf(*changes[i]));
     }
     if (values.empty()) return;
-    values.emplace_back(*current_);
+    values.emplace_back(current_->number);
     Statement& update =
         writing("UPDATE " + table_ + " SET " + settings + " WHERE " + number_ + " = ? RETURNING " + record_);
-    // Another program may have removed the record.
-    if (!goTo(update, values)) throw RuntimeError(ErrorNumber::NoCurrentRecord);
+    std::optional<Record> changed;
+    update.run(values, [&](Statement::Row row) { changed = recordOf(row); });
+    if (!changed) throw RuntimeError(ErrorNumber::NoCurrentRecord);  // another program may have removed it
+    current_ = std::move(changed);
 }
 
 void SqliteRecordSet::append(const Changes& changes) {

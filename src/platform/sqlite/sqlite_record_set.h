@@ -1,5 +1,6 @@
 /// A record set over a table of a database file. It keeps a copy of the current record rather than a reading
-/// statement, so that standing on a record never keeps another program from writing.
+/// statement, so that standing on a record never keeps another program from writing. Where the connection
+/// keeps it from that anyway, the statement goes on with each move.
 #pragma once
 
 #include <map>
@@ -16,31 +17,41 @@ class SqliteRecordSet final : public t_gencvf::TableRecordSet {
     bool atEnd() override { return !current_; }
 
    private:
-    Variant readField(std::size_t field) override { return values_[field]; }
+    Variant readField(std::size_t field) override { return current_->values[field]; }
     void change(const Changes& changes) override;
     void append(const Changes& changes) override;
     void toFirst() override;
     void toNext() override;
-    void toEnd() override { current_.reset(); }
+    void toEnd() override {
+        current_.reset();
+        running_ = nullptr;
+    }
     void orderBy(std::size_t field) override;
     bool find(t_gencvf::SeekComparison comparison, const Variant& key) override;
 
-    Statement firstRecord(const std::string& condition, const std::string& order) const;
+    Statement records(const std::string& condition, const std::string& order) const;
     Statement& writing(const std::string& sql);
     bool goTo(Statement& query, std::span<const Cell> parameters = {});
+    bool goOn(Statement& query);
+
+    struct Record {
+        std::int64_t number;
+        Variant key;  // what it is ordered by, as the file holds it
+        std::vector<Variant> values;
+    };
+    Record recordOf(Statement::Row row) const;
 
     std::shared_ptr<Connection> connection_;
-    std::string table_, number_,
-        record_;  // as SQL has them: the table, its record's number, that and all fields
+    // As SQL has them: the table, the number of its records, that and all fields.
+    std::string table_, number_, record_;
     Statement first_;
-    std::vector<Statement> next_;  // the first that gives a record counts
-    std::vector<Statement> find_;  // for each SeekComparison
+    std::vector<Statement> next_;   // the first that gives a record counts
+    std::vector<Statement> find_;   // for each SeekComparison
+    Statement* running_ = nullptr;  // gives the records after the current one, the nearest ones at least
     std::map<std::string, Statement> writing_;
 
     std::optional<std::size_t> orderField_;
-    std::optional<std::int64_t> current_;
-    Variant key_;                  // what the current record is ordered by, as the file holds it
-    std::vector<Variant> values_;  // of the current record
+    std::optional<Record> current_;
 };
 
 }  // namespace t_genproc::sqlite
