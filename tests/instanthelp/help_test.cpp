@@ -80,7 +80,7 @@ struct HelpTest : testing::TestWithParam<const char*>, test::TestWorld {
         std::error_code none;
         return std::ranges::count_if(
             std::filesystem::directory_iterator("/proc/self/fd", none),
-            [&](auto& file) { return read_symlink(file, none).extension() == ".db"; });
+            [&](auto& each) { return read_symlink(each, none).extension() == ".db"; });
     }
     LateBound caption() { return LateBound(panel)["Caption"]; }
     std::string shown(int number) {
@@ -274,10 +274,11 @@ TEST_P(HelpFilesTest, TakeNothingForAMessageDatabaseThatIsNone) {
     engine.createDatabase(path("key.db"), std::string(32, 'k'));
     const std::pair<std::string, int> rows[] = {
         {"noise", 3031}, {"empty", 3343}, {"plain", 3031}, {"key", 3031}};
-    for (const auto& [name, error] : rows) {
-        EXPECT_EQ(test::errorOf([&] { help.LoadInstantHelp(form, 1, 2, 3, 4, path(name + ".db")); }), error);
+    for (const auto& row : rows) {
+        const std::string name = row.first + ".db";
+        EXPECT_EQ(test::errorOf([&] { help.LoadInstantHelp(form, 1, 2, 3, 4, path(name)); }), row.second);
         EXPECT_EQ(openDatabases(), 0) << name;
-        EXPECT_TRUE(std::filesystem::remove(system.onDisk(name + ".db")));  // not on Windows while it is open
+        EXPECT_TRUE(std::filesystem::remove(system.onDisk(name)));  // not on Windows while it is open
     }
     EXPECT_NE(reports.find("> (Class Module) cInstHelp::Sub LoadHelpRecords\n"), std::string::npos);
     EXPECT_EQ(shown(7), "seven");
