@@ -76,7 +76,7 @@ struct HelpTest : testing::TestWithParam<const char*>, test::TestWorld {
         help.LoadInstantHelp(form, number(low), number(high), number(lowGeneral), number(highGeneral), file);
     }
     /// Where the system tells.
-    static long openDatabases() {
+    static std::ptrdiff_t openDatabases() {
         std::error_code none;
         return std::ranges::count_if(
             std::filesystem::directory_iterator("/proc/self/fd", none),
