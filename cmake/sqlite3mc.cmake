@@ -44,6 +44,7 @@ target_compile_definitions(sqlite3mc PRIVATE
   SQLITE_OMIT_LOAD_EXTENSION
   SQLITE_OMIT_PROGRESS_CALLBACK
   SQLITE_OMIT_SHARED_CACHE
-  # Of the ciphers, its own choice: ChaCha20.
+  # Of the ciphers, the one that most processors have instructions for; without them it works, more slowly.
+  CODEC_TYPE=CODEC_TYPE_AEGIS
   HAVE_CIPHER_AES_128_CBC=0 HAVE_CIPHER_AES_256_CBC=0 HAVE_CIPHER_SQLCIPHER=0
-  HAVE_CIPHER_RC4=0 HAVE_CIPHER_ASCON128=0 HAVE_CIPHER_AEGIS=0)
+  HAVE_CIPHER_RC4=0 HAVE_CIPHER_ASCON128=0 HAVE_CIPHER_CHACHA20=0)

@@ -6,6 +6,7 @@
 #include "instanthelp/cInstHelp.h"
 #include "instanthelp/message_database.h"
 #include "platform/memory/memory_engine.h"
+#include "platform/sqlite/connection.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "runtime/errors.h"
 #include "support/test_world.h"
@@ -264,6 +265,7 @@ INSTANTIATE_TEST_SUITE_P(, HelpFilesTest, testing::Values("sqlite"));
 TEST_P(HelpFilesTest, TakeNothingForAMessageDatabaseThatIsNone) {
     DatabaseEngine& engine = *system.platform.databases;
     make(file, {{7, "seven"}, {20000, "old"}});
+    const std::string password = ear->password;
     load(7, 7, 20000, 20000);
     std::mt19937 random(1);
     std::string noise(4096, ' ');
@@ -283,6 +285,13 @@ TEST_P(HelpFilesTest, TakeNothingForAMessageDatabaseThatIsNone) {
     EXPECT_NE(reports.find("> (Class Module) cInstHelp::Sub LoadHelpRecords\n"), std::string::npos);
     EXPECT_EQ(shown(7), "seven");
 
+    {
+        sqlite::Connection other(system.platform.files->nativePath(file).value, sqlite::Opening::Existing,
+                                 password);
+        other.execute("BEGIN EXCLUSIVE");
+        EXPECT_EQ(test::errorOf([&] { load(1, 2, 3, 4); }), 3260);
+    }
+    EXPECT_EQ(openDatabases(), 0);
     // Another program puts another file in the place of the first between the two ranges.
     make(path("new.db"), {{7, "new seven"}, {20000, "new"}});
     int emptied = 0;

@@ -88,6 +88,7 @@ TEST_F(SqliteTest, ReadsOneMomentWhileOthersWait) {
     other.execute("ROLLBACK");
     database->beginReading();
     auto records = database->openTable("t");
+    EXPECT_EQ(errorOf([&] { database->commitTransaction(); }), 5);
     EXPECT_EQ(errorOf([&] { other.execute("DELETE FROM t"); }), 3260);
     records->moveNext();
     EXPECT_EQ(records->get("a"), Variant(std::int16_t{2}));

@@ -53,8 +53,9 @@ int readSchema(sqlite3* handle) {
                                            nullptr, nullptr, nullptr);
 }
 
-/// What each page of an enciphered file ends in, in bytes: without it, no wrong password would be noticed.
-constexpr int kSeal = 32;
+/// What each page of an enciphered file ends in, in bytes: a number used once, and the seal, without which no
+/// wrong password would be noticed.
+constexpr int kSeal = 64;
 
 }  // namespace
 

@@ -32,7 +32,10 @@ class SqliteDatabase final : public Database {
     // The right to write is taken at once: where another program writes, this fails, and not a step behind
     // it.
     void beginTransaction() override { connection_->execute("BEGIN IMMEDIATE"); }
-    void commitTransaction() override { connection_->execute("COMMIT"); }
+    void commitTransaction() override {
+        if (connection_->isReading()) throw RuntimeError(ErrorNumber::InvalidProcedureCall);
+        connection_->execute("COMMIT");
+    }
     void beginReading() override { connection_->beginReading(); }
 
    private:

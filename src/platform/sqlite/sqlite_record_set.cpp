@@ -46,9 +46,10 @@ SqliteRecordSet::SqliteRecordSet(std::shared_ptr<Connection> connection, TableDe
     toFirst();
 }
 
+/// Where each statement runs for one record, it says so, or it might sort all of them for that.
 Statement SqliteRecordSet::records(const std::string& condition, const std::string& order) const {
     return {connection_, "SELECT " + record_ + " FROM " + table_ + " WHERE " + condition + " ORDER BY " +
-                             order + ", " + number_};
+                             order + ", " + number_ + (connection_->isReading() ? "" : " LIMIT 1")};
 }
 
 /// Stands on the first record that the statement gives. False: it gives none, and nothing has moved.
