@@ -47,4 +47,6 @@ target_compile_definitions(sqlite3mc PRIVATE
   # Of the ciphers, the one that most processors have instructions for; without them it works, more slowly.
   CODEC_TYPE=CODEC_TYPE_AEGIS
   HAVE_CIPHER_AES_128_CBC=0 HAVE_CIPHER_AES_256_CBC=0 HAVE_CIPHER_SQLCIPHER=0
-  HAVE_CIPHER_RC4=0 HAVE_CIPHER_ASCON128=0 HAVE_CIPHER_CHACHA20=0)
+  HAVE_CIPHER_RC4=0 HAVE_CIPHER_ASCON128=0 HAVE_CIPHER_CHACHA20=0
+  # A processor of 32 bits may have none, and the compiler's headers then refuse them.
+  $<$<EQUAL:${CMAKE_SIZEOF_VOID_P},4>:AEGIS_OMIT_AES_HARDWARE_SUPPORT>)

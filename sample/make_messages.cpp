@@ -26,9 +26,16 @@ constexpr const char* kUsage =
 
 /// A database file of the system, as the library sees it.
 struct Database {
+    /// Throws std::runtime_error: it is a folder, or in none.
     explicit Database(const fs::path& path)
-        : drive(tavoru::openDrive(fs::absolute(path).parent_path())),
-          name(drive.root + path.filename().string()) {}
+        : drive(tavoru::openDrive(folderOf(path))), name(drive.root + path.filename().string()) {}
+
+    static fs::path folderOf(const fs::path& path) {
+        if (fs::is_directory(path)) throw std::runtime_error(path.string() + " is a folder");
+        const fs::path folder = fs::absolute(path).parent_path();
+        if (!fs::is_directory(folder)) throw std::runtime_error("there is no folder " + folder.string());
+        return folder;
+    }
 
     tavoru::Drive drive;
     std::string name;
@@ -48,6 +55,8 @@ auto progressLine(std::size_t all) {
 }
 
 int make(const fs::path& source, const fs::path& path) {
+    std::error_code none;
+    if (fs::equivalent(source, path, none)) throw tavoru::WrongUse("the database would replace the text");
     const Messages messages = tavoru::readMessages(source);
     const Database database(path);
     tavoru::makeMessages(messages, database.drive.platform, database.name, progressLine(messages.size()));

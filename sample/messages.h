@@ -15,7 +15,7 @@
 
 namespace tavoru {
 
-/// By help context number. Of several texts of a number the last one counts, in a database: a source has one.
+/// By help context number. A source has one text for each; a database of another program may have several.
 using Messages = std::multimap<std::int16_t, std::string>;
 
 /// Throws std::runtime_error, with file and line, where `source` is not as it must be: a number with two

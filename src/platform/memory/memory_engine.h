@@ -1,5 +1,5 @@
-/// Databases that live in memory, by their file names, as long as the engine does: for tests, and for hosts
-/// that keep none.
+/// Databases that live in memory, by their file names, as long as the engine does: for tests. There are no
+/// files, so that whoever looks for the file first does not find it.
 ///
 ///     platform.databases = memoryEngine();
 #pragma once
