@@ -32,7 +32,7 @@ struct Database {
 
     static fs::path folderOf(const fs::path& path) {
         if (fs::is_directory(path)) throw std::runtime_error(path.string() + " is a folder");
-        const fs::path folder = fs::absolute(path).parent_path();
+        fs::path folder = fs::absolute(path).parent_path();
         if (!fs::is_directory(folder)) throw std::runtime_error("there is no folder " + folder.string());
         return folder;
     }
