@@ -46,8 +46,9 @@ class cInstHelp {
     /// Reads the texts of both ranges, and the window's own, from the message database, once for each range.
     /// Where `MenuIhelp` is not checked, only folds the panel away; where the file or its table is missing,
     /// tells the user, folds the panel away and unchecks `MenuIhelp`. Raises what DatabaseEngine, Database
-    /// and RecordSet do (3031 another password, 3015 no index, 3265 no such field, 3260 locked); 13, 6: a help
-    /// number that is no number, or beyond 16 bits; 91: the platform has no databases. The texts read so far stay.
+    /// and RecordSet do (3031 another password, 3015 no index, 3265 no such field, 3260 locked); 13, 6: a
+    /// help number that is no number, or beyond 16 bits; 91: the platform has no databases. The texts read so
+    /// far stay.
     void LoadInstantHelp(const ObjectPointer& currentForm, std::int16_t minID, std::int16_t maxID,
                          std::int16_t minIDgeneral, std::int16_t maxIDgeneral,
                          const std::string& instHelpDBname);

@@ -35,8 +35,8 @@ class Database {
     virtual void beginTransaction() = 0;
     virtual void commitTransaction() = 0;
 
-    /// What is read from now on is of one moment, and comes quickly. Until the database is closed, this program
-    /// writes nothing (error 3027; 5 for commitTransaction), and as a rule no other one does.
+    /// What is read from now on is of one moment, and comes quickly. Until the database is closed, this
+    /// program writes nothing (error 3027; 5 for commitTransaction), and as a rule no other one does.
     virtual void beginReading() = 0;
 };
 
