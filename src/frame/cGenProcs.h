@@ -178,6 +178,73 @@ class cGenProcs {
     /// Error 5: a negative `defaultDecimals`; 6: a number beyond the range of a double.
     Variant SetNumericField(const std::string& txtField, std::int16_t defaultDecimals, bool expand);
 
+    // ---- Prompts and help topics (forms/window_prompt.cpp, forms/help_topics.cpp)
+
+    /// Shows a prompt in the panel `pnlPrompt` of the main form, in place of `pnlDatumV` and `pnlProjection`,
+    /// with `yellowBG` in the colour of tooltips; a blank `display` empties it, makes it light grey and shows
+    /// the two again. While `pnlPrompt.Tag` starts with a number other than 0, only its caption changes. The
+    /// host's windows process their messages once, so that the prompt is painted.
+    void WindowPrompt(const std::string& display, const ObjectPointer& mainForm, bool yellowBG = false);
+
+    /// Shows the topic of the window's `HelpContextID` in Application::helpFile. `progPath` has no effect.
+    void HelpActiveForm(const ObjectPointer& currentForm, const std::string& progPath);
+
+    /// Shows a topic of the help, or the table of contents for the topics 1, 7100 and 7110. An empty
+    /// `helpFile` takes, and stands for, Application::helpFile. `hWnd` has no effect.
+    void ShowTopicID(std::int32_t topicID, std::int32_t hWnd, std::string* helpFile = nullptr);
+
+    // ---- Waiting (forms/waiting.cpp)
+
+    /// As GenUtil::DoEventsTimer.
+    void DoEventsTimer(float& DoEventsStart, float interval);
+
+    /// Waits, and lets the host's windows process their messages meanwhile, at least once. It ends early
+    /// where the system's tick count starts again from its lowest value. Error 6: the tick count would pass
+    /// its highest one, 2147483647.
+    void Delay(std::int32_t MilliSeconds);
+
+    // ---- Grids, pages and lists (forms/pages_and_lists.cpp)
+
+    /// The width of a grid's columns and twice that of a divider, which a column of its own tells while it is
+    /// there. Uses `FormatString`, `Cols`, `Col` and `CellWidth`; leaves `Cols` one lower than it was with
+    /// that column, and `Col` at the last. `getDividerWidth` has no effect. Error 6: a width beyond 16 bits,
+    /// or a sum beyond 32; 5: the grid has taken its `FormatString` away.
+    std::int32_t ColumnsWidth(const ObjectPointer& flexGrid, bool getDividerWidth);
+
+    /// Prints the text with its left upper corner there, in the units of the printer. `omit`: only goes
+    /// there.
+    void PrinterPrintAt(const ObjectPointer& Printer, const std::string& valu, std::int32_t X, std::int32_t Y,
+                        bool omit = false);
+
+    /// Whether a page begins with the header records: `rStart` takes 0 for those and 1 without. They stand on
+    /// the first page, or with `headerRecEvery` on each.
+    void CheckPageHeader(std::int16_t headerRecs, bool headerRecEvery, std::int32_t pageNo,
+                         std::int16_t& rStart);
+
+    /// Reads the `name` of each control of a form, of each window of Host::loadedForms.
+    void ListControls(const ObjectPointer& currentForm);
+    void ListLoadedForms();
+
+    // ---- Texts and lists of texts (files/text_utilities.cpp, files/sorting.cpp)
+
+    /// A path that fits the label: it loses its middle folder, for which "..." stands, as long as it is wider
+    /// than the label less 50, and has two backslashes. A text with more than 90 to spare gets a blank at its
+    /// end. The form, whose units these are, measures (`TextWidth`) and keeps the font of the label.
+    std::string PathAbbreviate(const std::string& fullFileName, const ObjectPointer& nameLabel,
+                               const ObjectPointer& currentForm);
+
+    /// Sort the elements from 1 on, ascending: texts by their capitals, code by code, and two numbers not at
+    /// all. Texts that differ in case alone come in the order that a Shell sort with the gaps 2^k - 1 gives
+    /// them. Error 6: more than 16384 elements; nothing is sorted then.
+    void Shell_Sort(std::vector<std::string>& a);
+    void ShellSort(std::vector<std::int32_t>& a);
+
+    /// `alphaID`, "/" and as much of `description` as fits, or one of them where they are equal, blanks
+    /// around them aside, or there is no room for both: `alphaID`, or `description` where not `alphasExist`.
+    /// With blanks behind it up to `fieldLength` characters. Error 5: the one is longer than that.
+    std::string CombineAlphaDesc(const std::string& alphaID, const std::string& description,
+                                 std::int16_t fieldLength, bool alphasExist);
+
     // ---- Files (files/file_helpers.cpp)
     //
     // File numbers are those of Library::files(). Positions of characters start at 1.

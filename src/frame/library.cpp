@@ -22,6 +22,7 @@ Library::Library(t_gencvf::Host& host, Platform& platform)
     required(platform.processes);
     required(platform.system);
     required(platform.clock);
+    required(platform.helpViewer);
 }
 
 Library::~Library() = default;

@@ -28,6 +28,8 @@ class Library {
     const Platform& platform() const { return platform_; }
     const t_gencvf::Application& application() { return host_.application(); }
 
+    ObjectPointer loadedForms() { return host_.loadedForms(); }
+
     /// The host's utility object and error reporter: created on first use, kept as long as the Library.
     t_gencvf::Utility& utility();
     t_gencvf::ErrorReporter& errorReporter();

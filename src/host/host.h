@@ -11,7 +11,11 @@
 #include <string>
 #include <string_view>
 
+#include "runtime/variant.h"
+
 namespace t_gencvf {
+
+using t_genproc::ObjectPointer;
 
 /// What the start-up needs to know of the product.
 struct StartUpNames {
@@ -50,6 +54,8 @@ struct Application {
     std::string gridModelName2{};
     std::string tinModelName{};
 
+    std::string helpFile{};  ///< the path of the user's help
+
     /// Printed under a report that rests on a distortion grid.
     std::string legalCopyright = "Copyright (C) 2026 the authors of t_genproc";
 
@@ -84,6 +90,10 @@ class Host {
     virtual const Application& application() = 0;
     virtual std::unique_ptr<Utility> createUtility() = 0;
     virtual std::unique_ptr<ErrorReporter> createErrorReporter() = 0;
+
+    /// The windows that are open: an object with `Count` and the elements from 0 on, as a form's `Controls`.
+    /// Nothing where the host keeps no such list.
+    virtual ObjectPointer loadedForms() { return nullptr; }
 };
 
 }  // namespace t_gencvf

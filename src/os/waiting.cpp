@@ -1,19 +1,12 @@
 #include "frame/GenUtil.h"
+#include "frame/event_timer.h"
 #include "frame/library.h"
 #include "frame/procedure.h"
 
 namespace t_genproc::GenUtil {
 namespace {
 
-constexpr float kSecondsPerDay = 86400;
 constexpr float kPumpInterval = 0.1F;  // seconds
-
-/// Seconds since midnight.
-float timer(Clock& clock) {
-    const SystemTime now = clock.GetLocalTime();
-    const int seconds = (now.hour * 60 + now.minute) * 60 + now.second;
-    return static_cast<float>(seconds + now.milliseconds / 1000.0);
-}
 
 /// Closes the handle whatever the host's windows do with their messages meanwhile.
 struct ProcessCloser {
@@ -48,14 +41,8 @@ void WaitForTerm2(Library& library, const ProcessInformation& processInformation
 }
 
 void DoEventsTimer(Library& library, float& DoEventsStart, float interval) {
-    procedure(library, "(Module) GenUtil::Sub DoEventsTimer", [&] {
-        Clock& clock = *library.platform().clock;
-        if (timer(clock) - DoEventsStart > interval) {
-            library.platform().windows->DispatchPendingMessages();
-            DoEventsStart = timer(clock);  // a window may have been open for long
-        }
-        if (timer(clock) + interval > kSecondsPerDay) DoEventsStart = 0;
-    });
+    procedure(library, "(Module) GenUtil::Sub DoEventsTimer",
+              [&] { processEventsAfter(library.platform(), DoEventsStart, interval); });
 }
 
 }  // namespace t_genproc::GenUtil

@@ -68,6 +68,9 @@ class Clock {
     virtual SystemTime GetLocalTime() = 0;
     virtual SystemTime GetSystemTime() = 0;  ///< UTC
 
+    /// Milliseconds since the system started; after 49.7 days it starts again from 0.
+    virtual std::uint32_t GetTickCount() = 0;
+
     /// The zone of this system, read afresh.
     virtual CurrentTimeZone GetTimeZoneInformation() = 0;
     /// The local time by the rules of `zone` for the time's own year. InvalidParameter: there is no such

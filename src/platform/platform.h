@@ -9,6 +9,7 @@
 #include "platform/database.h"
 #include "platform/files.h"
 #include "platform/folders.h"
+#include "platform/help_viewer.h"
 #include "platform/processes.h"
 #include "platform/profile_files.h"
 #include "platform/registry.h"
@@ -28,6 +29,7 @@ struct Platform {
     std::unique_ptr<Processes> processes;
     std::unique_ptr<SystemInformation> system;
     std::unique_ptr<Clock> clock;
+    std::unique_ptr<HelpViewer> helpViewer;
 
     /// Added by a host that has databases, for example sqliteEngine (sqlite/sqlite_engine.h); may be missing.
     std::unique_ptr<DatabaseEngine> databases{};

@@ -66,12 +66,14 @@ struct ScriptedClock : Clock {
     std::unique_ptr<Clock> real;
     SystemTime local;
     SystemTime universal;
+    std::uint32_t ticks = 0;
     CurrentTimeZone zone;
     Outcome<FileTime> toLocal;  // of every file time
     Outcome<SystemTime> toRecord;
 
     SystemTime GetLocalTime() override { return local; }
     SystemTime GetSystemTime() override { return universal; }
+    std::uint32_t GetTickCount() override { return ticks; }
     CurrentTimeZone GetTimeZoneInformation() override { return zone; }
     Outcome<SystemTime> SystemTimeToTzSpecificLocalTime(const TimeZoneInformation& of,
                                                         const SystemTime& time) override {

@@ -26,6 +26,7 @@ class TestWorld : private t_gencvf::Host {
     std::string boxes;                         // text, "|", caption, "|", style, end of line
     MessageAnswer answer = MessageAnswer::Ok;  // to every box
     int pumped = 0;                            // how often the host's windows had their messages
+    std::function<void(std::uint32_t)> waited = [](std::uint32_t) {};
     std::string reports;                       // source, " > ", procedure, end of line
     bool suppressNextReport = false;
     bool reporterFails = false;
@@ -35,6 +36,8 @@ class TestWorld : private t_gencvf::Host {
     std::shared_ptr<t_gencvf::MemoryControlArray> menu = std::make_shared<t_gencvf::MemoryControlArray>(5);
     std::shared_ptr<t_gencvf::MemoryObject> form = std::make_shared<t_gencvf::MemoryObject>();
 
+    ObjectPointer openForms;  // what loadedForms gives
+
     Library library;
     cGenProcs procs;
 
@@ -42,6 +45,7 @@ class TestWorld : private t_gencvf::Host {
     const t_gencvf::Application& application() override { return names; }
     std::unique_ptr<t_gencvf::Utility> createUtility() override;
     std::unique_ptr<t_gencvf::ErrorReporter> createErrorReporter() override;
+    ObjectPointer loadedForms() override { return openForms; }
 };
 
 /// The run-time error that `body` raises, its number and source: "53 (Module) Files::Sub Open", or "none".

@@ -19,5 +19,6 @@ std::unique_ptr<Processes> makeProcesses(std::shared_ptr<DriveMap> drives);
 std::unique_ptr<SystemInformation> makeSystemInformation(std::shared_ptr<DriveMap> drives,
                                                          const PortableOptions& options);
 std::unique_ptr<Clock> makeClock();
+std::unique_ptr<HelpViewer> makeHelpViewer(std::shared_ptr<DriveMap> drives, const PortableOptions& options);
 
 }  // namespace t_genproc::portable

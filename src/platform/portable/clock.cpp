@@ -39,6 +39,18 @@ class PortableClock final : public Clock {
         return systemTime(chrono::floor<chrono::milliseconds>(chrono::system_clock::now()));
     }
 
+    std::uint32_t GetTickCount() override {
+        timespec time{};
+#ifdef CLOCK_BOOTTIME
+        ::clock_gettime(CLOCK_BOOTTIME, &time);  // goes on while the system sleeps
+#else
+        ::clock_gettime(CLOCK_MONOTONIC, &time);
+#endif
+        const auto seconds = static_cast<std::uint64_t>(time.tv_sec);
+        return static_cast<std::uint32_t>(seconds * 1000 +
+                                          static_cast<std::uint64_t>(time.tv_nsec) / 1'000'000);
+    }
+
     CurrentTimeZone GetTimeZoneInformation() override {
         return zone_.at(chrono::floor<chrono::seconds>(chrono::system_clock::now()));
     }

@@ -53,6 +53,7 @@ Platform portablePlatform(PortableOptions options) {
     platform.processes = portable::makeProcesses(drives);
     platform.system = portable::makeSystemInformation(drives, options);
     platform.clock = portable::makeClock();
+    platform.helpViewer = portable::makeHelpViewer(drives, options);
     return platform;
 }
 

@@ -5,13 +5,22 @@
 ///     Platform platform = portablePlatform(std::move(options));
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <iosfwd>
+#include <map>
 #include <string>
 
 #include "platform/platform.h"
 
 namespace t_genproc {
+
+/// What stands in for a compiled help file: addresses of the web, or files with their backslash paths, in the
+/// folder of the help file where they have no drive. "#" and a place of the page may follow.
+struct HelpPages {
+    std::string contents{};                        ///< the table of contents
+    std::map<std::int32_t, std::string> topics{};  ///< by help context number
+};
 
 struct PortableOptions {
     /// The folder that is drive C:, created where missing. Empty: "tavoru/drive_c" in the user's data folder
@@ -31,6 +40,11 @@ struct PortableOptions {
     /// Whether somebody can answer; otherwise a box closes by its default button. By default: `answers` is
     /// given, or the standard input is a terminal.
     std::function<bool()> canAnswer{};
+
+    HelpPages helpPages{};
+    /// The program that shows a page; its argument is the page's address. A program with a blank in its name
+    /// stands in quotes.
+    std::string browser = "xdg-open";
 };
 
 Platform portablePlatform(PortableOptions options = {});

@@ -16,6 +16,7 @@ std::unique_ptr<Shell> makeShell();
 std::unique_ptr<Processes> makeProcesses();
 std::unique_ptr<SystemInformation> makeSystemInformation();
 std::unique_ptr<Clock> makeClock();
+std::unique_ptr<HelpViewer> makeHelpViewer();
 
 /// Why the last call of this thread failed.
 SystemError lastError();

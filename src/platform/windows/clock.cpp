@@ -51,6 +51,8 @@ class WindowsClock final : public Clock {
         return fromSystem(now);
     }
 
+    std::uint32_t GetTickCount() override { return ::GetTickCount(); }
+
     CurrentTimeZone GetTimeZoneInformation() override {
         TIME_ZONE_INFORMATION zone{};
         const DWORD id = ::GetTimeZoneInformation(&zone);

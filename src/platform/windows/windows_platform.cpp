@@ -19,6 +19,7 @@ Platform windowsPlatform() {
     platform.processes = makeProcesses();
     platform.system = makeSystemInformation();
     platform.clock = makeClock();
+    platform.helpViewer = makeHelpViewer();
     return platform;
 }
 
