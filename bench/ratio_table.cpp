@@ -47,9 +47,9 @@ void run(benchmark::State& state, const Work& base, const Work& own) {
 
 }  // namespace
 
-void compare(const std::string& name, const Work& base, const Work& own) {
+benchmark::internal::Benchmark* compare(const std::string& name, const Work& base, const Work& own) {
     const auto body = [=](benchmark::State& state) { run(state, base, own); };
-    benchmark::RegisterBenchmark(name.c_str(), body)->UseManualTime();
+    return benchmark::RegisterBenchmark(name.c_str(), body)->UseManualTime();
 }
 
 Work thousand(const Work& work) {

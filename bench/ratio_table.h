@@ -15,7 +15,7 @@ using Work = std::function<void()>;
 
 /// Registers a benchmark `name`, "work/peer", that runs both works by turns, so that what else happens on the
 /// machine meets both alike. Its cell holds the time of `own`, and its ratio to that of `base`.
-void compare(const std::string& name, const Work& base, const Work& own);
+benchmark::internal::Benchmark* compare(const std::string& name, const Work& base, const Work& own);
 
 /// The work a thousand times: the clock takes longer than one.
 Work thousand(const Work& work);

@@ -26,6 +26,8 @@ class UniversalClock final : public Clock {
 
     SystemTime GetLocalTime() override { return GetSystemTime(); }
     SystemTime GetSystemTime() override { return clock_->GetSystemTime(); }
+    std::uint32_t GetTickCount() override { return clock_->GetTickCount(); }
+    void Sleep(std::uint32_t milliseconds) override { clock_->Sleep(milliseconds); }
     CurrentTimeZone GetTimeZoneInformation() override { return {}; }
     Outcome<SystemTime> SystemTimeToTzSpecificLocalTime(const TimeZoneInformation& zone,
                                                         const SystemTime& universal) override {

@@ -21,7 +21,7 @@ std::vector<tavoru::Command> allCommands() {
     std::vector<tavoru::Command> all;
     for (const auto group : {tavoru::sessionCommands(), tavoru::jobCommands(), tavoru::settingsCommands(),
                              tavoru::systemCommands(), tavoru::geodesyCommands(), tavoru::timeCommands(),
-                             tavoru::formCommands(), tavoru::helpCommands()}) {
+                             tavoru::formCommands(), tavoru::helpCommands(), tavoru::displayCommands()}) {
         all.insert(all.end(), group.begin(), group.end());
     }
     return all;

@@ -6,6 +6,20 @@
 #include "platform_choice.h"
 
 namespace tavoru {
+namespace {
+
+/// By the help context numbers of the windows and their controls.
+const t_genproc::HelpPages kHelpPages{
+    .contents = "contents.html",
+    .topics = {{4100, "traverse.html"},
+               {4104, "traverse.html#angles"},
+               {4105, "traverse.html#distances"},
+               {7200, "status.html"},
+               {7210, "status.html#prompts"}},
+};
+
+}  // namespace
+
 const char* const kCentralEurope = "CET-1CEST,M3.5.0,M10.5.0/3";
 
 Drive openDrive(const std::filesystem::path& folder) {
@@ -13,6 +27,7 @@ Drive openDrive(const std::filesystem::path& folder) {
     options.driveC = folder.string();
     options.userName = "Surveyor";
     options.canAnswer = [] { return true; };  // a pipe may answer too; its end takes the default button
+    options.helpPages = kHelpPages;
     return {t_genproc::portablePlatform(std::move(options)), "C:\\"};
 }
 

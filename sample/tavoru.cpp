@@ -18,12 +18,22 @@ namespace {
 constexpr std::string_view kJobExtension = ".job";
 constexpr int kMenuEntries = t_genproc::RecentJobsMenu::kLastEntry + 1;
 
-/// A form without windows. Its File menu has five entries for recent jobs, empty and hidden to begin with.
+/// A form without windows. Its File menu has five entries for recent jobs, empty and hidden to begin with;
+/// its status area shows the office's datum and projection.
 t_genproc::ObjectPointer makeMainForm() {
     auto menu = std::make_shared<t_gencvf::MemoryControlArray>(kMenuEntries);
     for (int i = 0; i < kMenuEntries; ++i) menu->element(i).add("Caption", "").add("Visible", false);
     auto form = std::make_shared<t_gencvf::MemoryObject>();
     form->add("mnuFileRecentJobs", menu);
+    for (const auto& [name, caption] : {std::pair("pnlPrompt", ""), std::pair("pnlDatumV", "GDA94"),
+                                        std::pair("pnlProjection", "MGA zone 55")}) {
+        const auto panel = std::make_shared<t_gencvf::MemoryObject>();
+        panel->add("Caption", caption)
+            .add("Visible", *caption != 0)
+            .add("BackColor", 0xC0C0C0)
+            .add("Tag", "");
+        form->add(name, panel);
+    }
     return form;
 }
 
@@ -56,9 +66,15 @@ void Tavoru::start(const Places& places) {
     prog.progPath = drive.root + "Programs\\" + names.programFolderName + "\\";
     prog.progINIpath = prog.progPath + "tavoru.ini";
     prog.userINIpath = mainPath() + "user.ini";
+    const std::string helpFolder = prog.progPath + "Help\\";
+    host.helpFile(helpFolder + "Tavoru.chm");
 
     if (!library.utility().FolderExists(prog.progPath)) {
         install(library, prog.progPath, filesIn(places.samples / "Samples"));
+    }
+    if (!library.utility().FolderExists(helpFolder)) {
+        procs.CreatePath(helpFolder);
+        bringFiles(library, filesIn(places.samples / "Help"), helpFolder);
     }
     const std::filesystem::path reference = places.samples / "Reference";
     if (!procs.FileExist(transformationsPath())) {

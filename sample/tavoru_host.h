@@ -27,6 +27,8 @@ class TavoruHost : public t_gencvf::Host {
     std::unique_ptr<t_gencvf::Utility> createUtility() override;
     std::unique_ptr<t_gencvf::ErrorReporter> createErrorReporter() override;
 
+    void helpFile(const std::string& path) { application_.helpFile = path; }
+
     /// The steps reported since the last call, innermost procedure first.
     std::vector<ErrorStep> takeErrorTrail() { return std::exchange(errorTrail_, {}); }
 
@@ -34,7 +36,7 @@ class TavoruHost : public t_gencvf::Host {
     const t_genproc::Platform& platform_;
     std::vector<ErrorStep> errorTrail_;
 
-    const t_gencvf::Application application_{
+    t_gencvf::Application application_{
         .generalSection = "General",
         .programSection = "Program",
         .dataSettingsSection = "Data settings",

@@ -31,5 +31,6 @@ std::span<const Command> geodesyCommands();   // commands/geodesy.cpp
 std::span<const Command> timeCommands();      // commands/times.cpp
 std::span<const Command> formCommands();      // commands/forms.cpp
 std::span<const Command> helpCommands();      // commands/help.cpp
+std::span<const Command> displayCommands();   // commands/display.cpp
 
 }  // namespace tavoru

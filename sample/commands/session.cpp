@@ -285,6 +285,7 @@ int session(const Places& places, const Arguments& /*arguments*/) {
         completeJobHeader(tavoru);
         describeTransformations(tavoru);
         readHelp(tavoru);
+        fitAndPrompt(tavoru);
         chooseListFolder(tavoru);
         saveSettings(tavoru);
         noteFailure(tavoru);

@@ -7,6 +7,8 @@ namespace tavoru {
 
 void readHelp(Tavoru& tavoru);
 
+void fitAndPrompt(Tavoru& tavoru);
+
 /// Leaves the platform's clock in another zone.
 void compareTimes(Tavoru& tavoru);
 

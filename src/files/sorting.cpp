@@ -59,7 +59,7 @@ std::vector<std::uint32_t> order(std::span<const std::string> texts, std::size_t
     std::ranges::sort(keys, {}, &Key::text);
 
     std::vector<Rank> ranks(keys.size());
-    std::vector<std::uint32_t> order;
+    std::vector<std::uint32_t> elements;
     bool isPlain = true;
     std::uint32_t rank = 0;
     for (std::size_t i = 0; i < keys.size(); ++i) {
@@ -68,12 +68,12 @@ std::vector<std::uint32_t> order(std::span<const std::string> texts, std::size_t
         isPlain = isPlain && (isNew || texts[element] == texts[keys[i - 1].element]);
         rank += isNew ? 1 : 0;
         ranks[element] = {rank, element};
-        order.push_back(element);
+        elements.push_back(element);
     }
-    if (isPlain) return order;
+    if (isPlain) return elements;
     shellSort(ranks, gap);
-    std::ranges::transform(ranks, order.begin(), &Rank::element);
-    return order;
+    std::ranges::transform(ranks, elements.begin(), &Rank::element);
+    return elements;
 }
 
 }  // namespace

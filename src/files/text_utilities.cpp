@@ -43,12 +43,15 @@ std::string cGenProcs::PathAbbreviate(const std::string& fullFileName, const Obj
         for (const char* property : {"FontName", "FontSize", "FontBold", "FontItalic"}) {
             form[property] = label[property].get();
         }
-        const auto widthOf = [&](const std::string& text) { return toDouble(form["TextWidth"].call(text)); };
-        const auto room = [&] { return toDouble(label["Width"].get()); };
+        // How much wider the text is than the label.
+        const auto excess = [&](const std::string& text) {
+            const double width = toDouble(form["TextWidth"].call(text));
+            return width - toDouble(label["Width"].get());
+        };
 
         std::string text = fullFileName + ' ';
-        if (widthOf(text) + kRoomToSpare > room()) text = text::trim(text);
-        while (widthOf(text) > room() - kMargin) {
+        if (excess(text) > -kRoomToSpare) text = text::trim(text);
+        while (excess(text) > -kMargin) {
             if (!abbreviate(text)) break;
         }
         return text;

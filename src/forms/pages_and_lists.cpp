@@ -1,3 +1,5 @@
+#include <cmath>
+
 #include "frame/cGenProcs.h"
 #include "frame/library.h"
 #include "frame/procedure.h"
@@ -10,25 +12,25 @@ namespace {
 
 using t_gencvf::LateBound;
 
-std::int16_t columnWidth(const LateBound& grid, std::int32_t column) {
-    grid["Col"] = column;
-    return toInt16(grid["CellWidth"].get());
+/// The cell width of a column, which becomes the current one.
+Variant cellWidth(const LateBound& grid, std::int32_t column) {
+    grid["col"] = column;
+    return grid["CellWidth"].get();
 }
 
 /// Measures blanks until they take as much room, and prints nothing. A blank without a width ends it.
 void leaveOut(const LateBound& printer, const std::string& valu) {
     const auto widthOf = [&](const std::string& text) { return toDouble(printer["TextWidth"].call(text)); };
     const double wanted = widthOf(valu);
+    if (!std::isfinite(wanted)) return;
     std::string blanks;
-    double width = widthOf(blanks), before = 0;
-    do {
-        if (width >= wanted) return;
+    double width = widthOf(blanks), before = width - 1;
+    while (width < wanted && width > before) {
         before = width;
         width = widthOf(blanks += ' ');
-    } while (width > before);
+    }
 }
 
-/// Reads the names of controls or windows; a host may want to be asked.
 void readNames(const LateBound& objects) {
     const std::int32_t count = toInt32(objects["Count"].get());
     for (std::int32_t i = 0; i < count; ++i) objects(i)["name"].get();
@@ -43,15 +45,14 @@ std::int32_t cGenProcs::ColumnsWidth(const ObjectPointer& flexGrid, bool /*getDi
 
         // A column that is empty is as wide as what divides the others.
         grid["FormatString"] = grid["FormatString"].text() + '|';
-        const std::int32_t divider = columnWidth(grid, lastColumn());
+        const std::int32_t divider = toInt16(cellWidth(grid, lastColumn()));
         const std::string format = grid["FormatString"].text();
         grid["FormatString"] = text::left(format, text::length(format) - 1);
         grid["Cols"] = lastColumn();
 
         std::int32_t width = 0;
         const std::int32_t last = lastColumn();
-        for (std::int32_t i = 0; i <= last; ++i)
-            width = checkedAdd(width, std::int32_t{columnWidth(grid, i)});
+        for (std::int32_t i = 0; i <= last; ++i) width = checkedAdd(width, toInt32(cellWidth(grid, i)));
         return checkedAdd(width, 2 * divider);
     });
 }

@@ -9,7 +9,7 @@
 namespace t_genproc {
 namespace {
 
-constexpr std::int32_t kBetweenLooks = 10;  // milliseconds, in which the processor is left to others
+constexpr std::int32_t kBetweenLooks = 10;  // milliseconds
 
 /// As a signed number, which turns negative after 24.8 days.
 std::int32_t tickCount(Clock& clock) { return static_cast<std::int32_t>(clock.GetTickCount()); }
@@ -23,16 +23,15 @@ void cGenProcs::DoEventsTimer(float& DoEventsStart, float interval) {
 
 void cGenProcs::Delay(std::int32_t MilliSeconds) {
     procedure(library_, "(Class Module) cGenProcs::Sub Delay", [&] {
-        const Platform& platform = library_.platform();
-        const std::int32_t start = tickCount(*platform.clock);
+        Clock& clock = *library_.platform().clock;
+        const std::int32_t start = tickCount(clock);
         while (true) {
-            const std::int32_t now = tickCount(*platform.clock);
-            platform.windows->DispatchPendingMessages();
+            const std::int32_t now = tickCount(clock);
+            library_.platform().windows->DispatchPendingMessages();
             const std::int32_t end = checkedAdd(start, MilliSeconds);
             const bool hasTurned = now < start;  // the end will not be seen for weeks
             if (end <= now || hasTurned) return;
-            const std::int32_t pause = std::min(end - now, kBetweenLooks);
-            platform.windows->MsgWaitForMultipleObjects(static_cast<std::uint32_t>(pause));
+            clock.Sleep(static_cast<std::uint32_t>(std::min(end - now, kBetweenLooks)));
         }
     });
 }

@@ -37,8 +37,8 @@ std::int32_t LoadProcessAndWait(Library& library, const std::string& commandLine
 void WaitForTerm2(Library& library, const ProcessInformation& processInformation);
 
 /// Lets the host's windows process their messages where more than `interval` seconds have passed since
-/// `DoEventsStart`, which counts seconds since midnight and is then set to now, or to 0 shortly before
-/// midnight.
+/// `DoEventsStart`, which counts seconds since midnight and is then set to now. Shortly before midnight it
+/// becomes 0 in any case.
 void DoEventsTimer(Library& library, float& DoEventsStart, float interval);
 
 }  // namespace GenUtil

@@ -198,17 +198,17 @@ class cGenProcs {
     /// As GenUtil::DoEventsTimer.
     void DoEventsTimer(float& DoEventsStart, float interval);
 
-    /// Waits, and lets the host's windows process their messages meanwhile, at least once. It ends early
-    /// where the system's tick count starts again from its lowest value. Error 6: the tick count would pass
-    /// its highest one, 2147483647.
+    /// Waits, and lets the host's windows process their messages meanwhile, at least once. The tick count is
+    /// taken as a signed number: error 6 where its sum with `MilliSeconds` is above 2147483647; a wait that
+    /// sees it turn negative ends.
     void Delay(std::int32_t MilliSeconds);
 
     // ---- Grids, pages and lists (forms/pages_and_lists.cpp)
 
     /// The width of a grid's columns and twice that of a divider, which a column of its own tells while it is
     /// there. Uses `FormatString`, `Cols`, `Col` and `CellWidth`; leaves `Cols` one lower than it was with
-    /// that column, and `Col` at the last. `getDividerWidth` has no effect. Error 6: a width beyond 16 bits,
-    /// or a sum beyond 32; 5: the grid has taken its `FormatString` away.
+    /// that column, and `Col` at the last. `getDividerWidth` has no effect. Error 6: a divider beyond 16
+    /// bits, or a sum beyond 32; 5: the grid has taken its `FormatString` away.
     std::int32_t ColumnsWidth(const ObjectPointer& flexGrid, bool getDividerWidth);
 
     /// Prints the text with its left upper corner there, in the units of the printer. `omit`: only goes
@@ -228,20 +228,22 @@ class cGenProcs {
     // ---- Texts and lists of texts (files/text_utilities.cpp, files/sorting.cpp)
 
     /// A path that fits the label: it loses its middle folder, for which "..." stands, as long as it is wider
-    /// than the label less 50, and has two backslashes. A text with more than 90 to spare gets a blank at its
-    /// end. The form, whose units these are, measures (`TextWidth`) and keeps the font of the label.
+    /// than the label less 50, and has two backslashes. A text that has 90 to spare with a blank behind it
+    /// keeps that; any other loses the blanks at its ends. The form, whose units these are, measures
+    /// (`TextWidth`) and keeps the font of the label.
     std::string PathAbbreviate(const std::string& fullFileName, const ObjectPointer& nameLabel,
                                const ObjectPointer& currentForm);
 
-    /// Sort the elements from 1 on, ascending: texts by their capitals, code by code, and two numbers not at
-    /// all. Texts that differ in case alone come in the order that a Shell sort with the gaps 2^k - 1 gives
-    /// them. Error 6: more than 16384 elements; nothing is sorted then.
+    /// Sort the elements from 1 on, ascending: texts by their capitals, code by code. An array of exactly two
+    /// numbers stays as it is. Texts that differ in case alone come in the order that a Shell sort with the
+    /// gaps 2^k - 1 gives them. Error 6: more than 16384 elements; nothing is sorted then.
     void Shell_Sort(std::vector<std::string>& a);
     void ShellSort(std::vector<std::int32_t>& a);
 
-    /// `alphaID`, "/" and as much of `description` as fits, or one of them where they are equal, blanks
-    /// around them aside, or there is no room for both: `alphaID`, or `description` where not `alphasExist`.
-    /// With blanks behind it up to `fieldLength` characters. Error 5: the one is longer than that.
+    /// `alphaID`, "/" and as much of `description` as fits; `alphaID` alone where both are equal, blanks
+    /// around them aside, or there is no room for more; `description` alone without `alphasExist`. With
+    /// blanks behind it up to `fieldLength` characters. Error 5: a text that stands alone is longer than
+    /// that; 6: a `fieldLength` of -32768.
     std::string CombineAlphaDesc(const std::string& alphaID, const std::string& description,
                                  std::int16_t fieldLength, bool alphasExist);
 

@@ -70,6 +70,8 @@ class Clock {
 
     /// Milliseconds since the system started; after 49.7 days it starts again from 0.
     virtual std::uint32_t GetTickCount() = 0;
+    /// Leaves the processor to others for so many milliseconds.
+    virtual void Sleep(std::uint32_t milliseconds) = 0;
 
     /// The zone of this system, read afresh.
     virtual CurrentTimeZone GetTimeZoneInformation() = 0;

@@ -12,14 +12,14 @@ inline constexpr std::uint32_t TableOfContents = 1;  // HH_DISPLAY_TOC
 inline constexpr std::uint32_t Topic = 15;           // HH_HELP_CONTEXT
 }  // namespace HelpCommand
 
-using WindowHandle = std::intptr_t;  // 0 is none
+using WindowHandle = std::intptr_t;  ///< 0 is none
 
 class HelpViewer {
    public:
     virtual ~HelpViewer() = default;
 
-    /// Shows the help file's table of contents, or the page of the topic `data`. Gives the viewer's window; 0
-    /// where it has none to give, or shows nothing.
+    /// Shows the help file's table of contents, or the page of the topic `data`. A message box tells where
+    /// there is no viewer. Gives the viewer's window; 0 where it has none to give, or shows nothing.
     virtual WindowHandle HtmlHelpA(WindowHandle owner, const std::string& helpFile, std::uint32_t command,
                                    std::int32_t data) = 0;
 };

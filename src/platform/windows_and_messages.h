@@ -40,10 +40,6 @@ class WindowsAndMessages {
     /// Lets the host's windows process what waits for them (PeekMessageA to DispatchMessageA, until nothing
     /// waits).
     virtual void DispatchPendingMessages() = 0;
-
-    /// Waits until a message waits for the host's windows, where the system can tell, and for `milliseconds`
-    /// at most.
-    virtual void MsgWaitForMultipleObjects(std::uint32_t milliseconds) = 0;
 };
 
 }  // namespace t_genproc

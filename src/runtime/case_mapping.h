@@ -3,9 +3,9 @@
 
 namespace t_genproc {
 
-/// The capital of a small letter that living languages write in Latin, Greek, Cyrillic, Armenian or
-/// full-width Latin; any other code point as it is. A letter whose capital would be several characters ("ß")
-/// is left alone, so texts keep their length.
+/// The capital of a small letter, as Unicode has it; any other code point as it is. Left alone are letters
+/// whose capital is several characters ("ß") or takes another number of bytes ("ı"), so that texts keep their
+/// length, variants of other small letters ("µ"), and scripts that nobody writes any more.
 char32_t upperCase(char32_t character);
 
 /// The small letter of a capital of the same writings; the one inside a word where there are two ("σ").

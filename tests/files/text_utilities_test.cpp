@@ -56,6 +56,12 @@ TEST_F(TextUtilitiesTest, AbbreviatePaths) {
     measuring->log.clear();
     abbreviated("", 0);
     EXPECT_EQ(measuring->log, "FontSize=12 FontName=Arial FontSize=8.25 FontBold=True FontItalic=False ");
+    const auto bare = std::make_shared<MemoryObject>();
+    bare->add("FontName", "Times").add("FontSize", 9).add("FontBold", false).add("FontItalic", false);
+    measuring->log.clear();
+    EXPECT_EQ(failureOf([&] { procs.PathAbbreviate("", bare, measuring); }) + ' ' + measuring->log,
+              "438 (Class Module) cGenProcs::Function PathAbbreviate FontSize=12 FontName=Times FontSize=9 "
+              "FontBold=False FontItalic=False ");
     EXPECT_EQ(failureOf([&] { procs.PathAbbreviate("", label, form); }),
               "438 (Class Module) cGenProcs::Function PathAbbreviate");
 }
@@ -176,6 +182,7 @@ TEST_F(TextUtilitiesTest, CombineIdentifierAndDescription) {
         {"12", "Road", 3, false, failure},
         {"\xC3\xA9", "\xC3\xA8\xC3\xAA", 3, true, "\xC3\xA9/\xC3\xA8"},
         {"\t", "", 4, true, "\t/  "},
+        {"", "Road", 5, true, "/Road"},
         {"", "", 0, true, ""},
         {"", "", -1, true, failure},
         {"", "", -32768, true, "6" + failure.substr(1)},

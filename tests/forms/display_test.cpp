@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 
-#include "frame/GenUtil.h"
 #include "support/scripted_services.h"
 #include "support/test_world.h"
 
@@ -34,7 +34,7 @@ struct Grid : MemoryObject {
         if (member == "FormatString" && columns > toInt32(get("Cols")))
             add("Cols", static_cast<int>(columns));
         const int column = toInt32(get("Col"));
-        if (member != "Col") return;
+        if (member != "col") return;
         std::size_t start = 0;
         for (int i = 0; i < column; ++i) start = format.find('|', start) + 1;
         const auto length = static_cast<int>(format.find('|', start) - start);
@@ -76,11 +76,14 @@ TEST_F(DisplayTest, PromptInPlaceOfTheDatum) {
                   expected);
         EXPECT_EQ(pumped, 1);
     }
-    form->add("pnlProjection", ObjectPointer());
     window["pnlPrompt"]["Tag"] = "";
+    procs.WindowPrompt("", form);
+    form->add("pnlProjection", ObjectPointer());
     EXPECT_EQ(failureOf([&] { procs.WindowPrompt("x", form); }),
               "91 (Class Module) cGenProcs::Sub WindowPrompt");
-    EXPECT_EQ(window["pnlPrompt"]["Visible"].text() + std::to_string(pumped), "True1");
+    EXPECT_EQ(window["pnlPrompt"]["Caption"].text() + window["pnlDatumV"]["Visible"].text() +
+                  window["pnlPrompt"]["Visible"].text() + std::to_string(pumped),
+              "xFalseFalse2");
 }
 
 TEST_F(DisplayTest, AskTheHelpViewerForTopics) {
@@ -98,7 +101,9 @@ TEST_F(DisplayTest, AskTheHelpViewerForTopics) {
               "0 C:\\own.chm 15 0\n0 C:\\own.chm 15 -1\n0 C:\\own.chm 15 2\n0 C:\\other.chm 15 3\n"
               "0 C:\\own.chm 15 40000\n");
     EXPECT_EQ(none + other, "C:\\own.chmC:\\other.chm");
-    EXPECT_EQ(failureOf([&] { procs.HelpActiveForm(std::make_shared<MemoryObject>(), ""); }),
+    const auto noHandle = std::make_shared<MemoryObject>();
+    noHandle->add("HelpContextID", 1);
+    EXPECT_EQ(failureOf([&] { procs.HelpActiveForm(noHandle, ""); }),
               "438 (Class Module) cGenProcs::Sub HelpActiveForm");
 }
 
@@ -128,7 +133,7 @@ TEST_F(DisplayTest, WaitAndKeepTheWindowsAlive) {
     for (const auto& [start, wait, oversleep, end, pumps, failure] : rows) {
         clock.ticks = start;
         pumped = 0;
-        waited = [&, more = oversleep](std::uint32_t ms) { clock.ticks += ms + more; };
+        clock.oversleep = oversleep;
         EXPECT_EQ(failureOf([&, ms = wait] { procs.Delay(ms); }), failure) << start;
         EXPECT_EQ(clock.ticks, end) << start;
         EXPECT_EQ(pumped, pumps) << start;
@@ -136,11 +141,17 @@ TEST_F(DisplayTest, WaitAndKeepTheWindowsAlive) {
     clock.local = {2026, 11, 6, 20, 23, 59, 59, 500};
     float start = 86399;
     procs.DoEventsTimer(start, 1);
-    EXPECT_EQ(start, 0);
+    clock.local = {2026, 11, 0, 21, 0, 0, 2, 0};
+    pumped = 0;
+    for (int i = 0; i < 2; ++i) procs.DoEventsTimer(start, 1);
+    EXPECT_EQ(start, 2);
+    EXPECT_EQ(pumped, 1);
 }
 
 TEST_F(DisplayTest, MeasureGridsAndPlaceTexts) {
+    const std::string wide(400, 'w');
     const std::pair<std::string, std::string> rows[] = {{"a|bb|ccc", "626 3 a|bb|ccc 2"},
+                                                        {wide, "40026 1 " + wide + " 0"},
                                                         {"", "39 1  0"},
                                                         {"x|", "139 2 x| 1"},
                                                         {"\xC3\xA9", "226 1 \xC3\xA9 0"}};
@@ -157,6 +168,10 @@ TEST_F(DisplayTest, MeasureGridsAndPlaceTexts) {
                   "6 (Class Module) cGenProcs::Function ColumnsWidth");
         EXPECT_EQ(left["FormatString"].text(), format + '|');
     }
+    const auto none = std::make_shared<MemoryObject>();  // a grid that stays without columns
+    none->add("FormatString", "").add("Cols", 0).add("col", 0).add("CellWidth", 7);
+    EXPECT_EQ(procs.ColumnsWidth(none, false), 14);
+    EXPECT_EQ(LateBound(none)["Cols"].text(), "-1");
 
     const auto printer = std::make_shared<MemoryObject>();
     std::string printed;
@@ -173,7 +188,10 @@ TEST_F(DisplayTest, MeasureGridsAndPlaceTexts) {
     };
     procs.PrinterPrintAt(printer, " a", 300, 70000);
     EXPECT_EQ(place() + printed, "300 70000 a");
-    for (const double width : {10.0, 0.0, -1.0}) {
+    EXPECT_EQ(failureOf([&] { procs.PrinterPrintAt(printer, "a", 1, 2, true); }),
+              "438 (Class Module) cGenProcs::Sub PrinterPrintAt");
+    EXPECT_EQ(place(), "1 2");
+    for (const double width : {10.0, 0.0, -1.0, std::nan("")}) {
         widths(width);
         procs.PrinterPrintAt(printer, "b", -1, 7, true);
         EXPECT_EQ(place() + printed, "-1 7 a");

@@ -41,6 +41,14 @@ TEST(WindowsMessages, ShowABoxAndGiveItsAnswer) {
     EXPECT_TRUE(texts.starts_with("Tavoru|") && texts.find("|H\xF6he?|") != std::string::npos) << texts;
 }
 
+TEST(WindowsHelp, ShowsNothingOfAFileThatIsMissing) {
+    const Platform platform = windowsPlatform();
+    for (const std::uint32_t command : {HelpCommand::TableOfContents, HelpCommand::Topic}) {
+        EXPECT_EQ(platform.helpViewer->HtmlHelpA(0, "C:\\none.chm", command, 7), 0);
+    }
+    EXPECT_NE(::GetModuleHandleA("hhctrl.ocx"), nullptr);  // it has been asked
+}
+
 int reached = 0;
 void CALLBACK countOnce(HWND, UINT, UINT_PTR timer, DWORD) { reached += ::KillTimer(nullptr, timer); }
 

@@ -100,7 +100,7 @@ TEST_F(SampleHost, StartsAndShowsTheSystem) {
     EXPECT_FALSE(fs::exists(folder_ / "drive/Users/Surveyor/AppData/Local/TestFile - SystemConstants.txt"));
 }
 
-TEST_F(SampleHost, DescribesTransformationsHeadersGeoidsAndForms) {
+TEST_F(SampleHost, DescribesAndDisplays) {
     const std::pair<std::string, std::string> cases[] = {
         {"transform list", "^ 1  AGD66 .*\n23  NZGD2000 [^\n]*\n$"},  // describes every record
         {"transform show 6 --file grid.txt", R"(^C:\\Users\\Surveyor\\Tavoru\\List\\grid.txt.$)"},
@@ -124,13 +124,29 @@ TEST_F(SampleHost, DescribesTransformationsHeadersGeoidsAndForms) {
          "\\[P1] .*\\[<12.500>] +\\[7.1234] +\\[]\n"
          "\\[] +\\[] +\\(5319406.250\\)\n\\[] +\\[] +\\[] +\\[]\n"
          "Focus: East 1, selected: \"12.500\"\n$"},
+        {R"(abbreviate 'C:\a\bM\c.txt' 815)",
+         "^954 [^\n]*txt [|]\n909 [^\n]*txt[|]\n"
+         R"(765 +[|]C:\\a[.]{3}\\c.txt[|].result +[|]C:\\a[.]{3}\\c.txt[|].$)"},
+        {"combine 12 Road 10", "^[|]12/Road   [|]\n$"},
+        {"combine '' Road 5", "^[|]Road [|]\n$"},
+        {"sort <list", "^-10\nA\na\nb\n$"},
+        {"sort --numbers <numbers", "^-10\n9\n10\n$"},
+        {"prompt ' Pick a point'",
+         "Prompt +hidden .*shown .*shown .*\nwith.*\n +pnlPrompt +shown +&H80000018   Pick"
+         ".*hidden .*hidden .*\nafter.*\n +pnlPrompt +hidden +&HC0C0C0\n.*shown .*shown "},
+        {"topic 4104", "file .*Tavoru.chm\n.* 15,.*4104\n$"},
+        {"page 3", "page 3\nonce +yes +no +no\non every page +yes +yes +yes\n$"},
     };
     std::ofstream(folder_ / "steps") << "P1\nenter\n12.5\nenter\n7.1234\ndown\n   \ntrim\nup\nup\nenter\n"
                                      << "enter\nenter\nup\n12.5\ndown\nup\n";
+    std::ofstream(folder_ / "list") << "b\r\nA\n-10\na\n";
+    std::ofstream(folder_ / "numbers") << "10\n 9\n-10\n";
     for (const auto& [words, output] : cases) {
         EXPECT_EQ(run(words), 0) << words << err_;
         EXPECT_THAT(out_, ContainsRegex(output)) << words;
     }
+    EXPECT_EQ(run("topic 7110 --open </dev/null", "PATH=/no " TAVORU_PROGRAM " --drive drive "), 0);
+    EXPECT_THAT(err_, ContainsRegex("xdg-open to show the help page C:[^\n]*contents.html"));
     const std::string report = contents(folder_ / "drive/Users/Surveyor/Tavoru/List/grid.txt");
     EXPECT_TRUE(report.starts_with("Distortion Grid: Great Britain\r\n               Datum From")) << report;
     EXPECT_THAT(report, ContainsRegex("OSGBtoETRS.gsb\r\nCopyright [^\n]*\n$"));
@@ -214,6 +230,11 @@ TEST_F(SampleHost, AnswersWrongUseAndFailuresInOneLine) {
         {"time now --zone No/Where", 1},
         {"help house", 2},
         {"help file txtRemarks", 2},
+        {"abbreviate C: wide", 2},
+        {"combine a b 40000", 2},
+        {"combine Road b 3", 1},
+        {"sort --numbers </proc/self/comm", 1},
+        {"topic 1.5", 2},
     };
     for (const auto& [use, exitCode] : uses) {
         EXPECT_EQ(run(use), exitCode) << use;

@@ -67,6 +67,7 @@ struct ScriptedClock : Clock {
     SystemTime local;
     SystemTime universal;
     std::uint32_t ticks = 0;
+    std::uint32_t oversleep = 0;  // how much longer a sleep takes
     CurrentTimeZone zone;
     Outcome<FileTime> toLocal;  // of every file time
     Outcome<SystemTime> toRecord;
@@ -74,6 +75,7 @@ struct ScriptedClock : Clock {
     SystemTime GetLocalTime() override { return local; }
     SystemTime GetSystemTime() override { return universal; }
     std::uint32_t GetTickCount() override { return ticks; }
+    void Sleep(std::uint32_t milliseconds) override { ticks += milliseconds + oversleep; }
     CurrentTimeZone GetTimeZoneInformation() override { return zone; }
     Outcome<SystemTime> SystemTimeToTzSpecificLocalTime(const TimeZoneInformation& of,
                                                         const SystemTime& time) override {

@@ -29,7 +29,6 @@ struct Services : t_gencvf::Utility, t_gencvf::ErrorReporter, WindowsAndMessages
         return world.answer;
     }
     void DispatchPendingMessages() override { ++world.pumped; }
-    void MsgWaitForMultipleObjects(std::uint32_t milliseconds) override { world.waited(milliseconds); }
 
     TestWorld& world;
 };

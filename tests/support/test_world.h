@@ -26,7 +26,6 @@ class TestWorld : private t_gencvf::Host {
     std::string boxes;                         // text, "|", caption, "|", style, end of line
     MessageAnswer answer = MessageAnswer::Ok;  // to every box
     int pumped = 0;                            // how often the host's windows had their messages
-    std::function<void(std::uint32_t)> waited = [](std::uint32_t) {};
     std::string reports;                       // source, " > ", procedure, end of line
     bool suppressNextReport = false;
     bool reporterFails = false;

@@ -3,6 +3,7 @@
 #include <clocale>
 #include <ctime>
 #include <ratio>
+#include <thread>
 #include <type_traits>
 
 #include "platform/portable/adapters.h"
@@ -49,6 +50,9 @@ class PortableClock final : public Clock {
         const auto seconds = static_cast<std::uint64_t>(time.tv_sec);
         return static_cast<std::uint32_t>(seconds * 1000 +
                                           static_cast<std::uint64_t>(time.tv_nsec) / 1'000'000);
+    }
+    void Sleep(std::uint32_t milliseconds) override {
+        std::this_thread::sleep_for(chrono::milliseconds(milliseconds));
     }
 
     CurrentTimeZone GetTimeZoneInformation() override {

@@ -1,4 +1,4 @@
-#include <array>
+#include <algorithm>
 #include <filesystem>
 
 #include "platform/portable/adapters.h"
@@ -7,16 +7,13 @@
 namespace t_genproc::portable {
 namespace {
 
-bool isAddress(std::string_view page) { return text::contains(page, "://"); }
-
-/// A path of this system as the address of a file.
-std::string addressOf(std::string_view path) {
-    constexpr std::string_view kPlain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
+/// As addresses have it: whatever is not in `plain` becomes "%" and its code.
+std::string encoded(std::string_view text, std::string_view plain) {
     constexpr std::string_view kDigits = "0123456789ABCDEF";
-    std::string address = "file://";
-    for (const char character : path) {
+    std::string address;
+    for (const char character : text) {
         const auto byte = static_cast<unsigned char>(character);
-        if (text::contains(kPlain, {&character, 1})) {
+        if (text::contains(plain, {&character, 1})) {
             address += character;
         } else {
             address += {'%', kDigits[byte / 16], kDigits[byte % 16]};
@@ -25,12 +22,9 @@ std::string addressOf(std::string_view path) {
     return address;
 }
 
-/// A quote would end the argument that the address is.
-std::string withoutQuotes(std::string address) {
-    for (std::size_t at = 0; (at = address.find('"', at)) != std::string::npos;)
-        address.replace(at, 1, "%22");
-    return address;
-}
+constexpr std::string_view kInPaths = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
+constexpr std::string_view kInAddresses =
+    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/:?#[]@!$&'()*+,;=%";
 
 /// The pages of PortableOptions::helpPages in the user's browser.
 class BrowserHelpViewer final : public HelpViewer {
@@ -52,37 +46,31 @@ class BrowserHelpViewer final : public HelpViewer {
         if (page.empty()) {
             tell(isTopic ? "The help has no page for topic " + std::to_string(data) + '.'
                          : "The help has no table of contents.");
-        } else if (isAddress(page)) {
-            show(withoutQuotes(page), page);
         } else {
-            showFile(besideHelpFile(page, helpFile));
+            // Behind "#" stands a place of the page.
+            const std::size_t end = std::min(page.find('#'), page.size());
+            show(page.substr(0, end), page.substr(end), helpFile);
         }
         return 0;
     }
 
    private:
-    static std::string besideHelpFile(const std::string& page, const std::string& helpFile) {
-        if (text::contains(page, ":")) return page;
-        return helpFile.substr(0, helpFile.find_last_of("\\/:") + 1) + page;
-    }
-
-    /// Behind "#" stands a place of the page.
-    void showFile(const std::string& page) {
-        const std::size_t end = page.find('#');
-        const std::string file = page.substr(0, end),
-                          place = end == std::string::npos ? "" : page.substr(end);
+    void show(const std::string& page, const std::string& place, const std::string& helpFile) {
+        if (text::contains(page, "://")) return open(page + place, page);
+        const bool hasDrive = text::contains(page, ":");
+        const std::string folder = helpFile.substr(0, helpFile.find_last_of("\\/:") + 1);
+        const std::string file = hasDrive ? page : folder + page;
         const Outcome<std::string> path = drives_->actualPath(file);
         std::error_code none;
-        if (path && std::filesystem::is_regular_file(path.value, none)) {
-            show(addressOf(path.value) + place, file);
-        } else {
-            tell("There is no help page " + file + '.');
+        if (!path || !std::filesystem::is_regular_file(path.value, none)) {
+            return tell("There is no help page " + file + '.');
         }
+        open("file://" + encoded(path.value, kInPaths) + place, file);
     }
 
-    void show(const std::string& address, const std::string& page) {
-        const Launch launch =
-            processes_->CreateProcessA(browser_ + " \"" + address + '"', false, kNormalPriority);
+    void open(const std::string& address, const std::string& page) {
+        const std::string argument = " \"" + encoded(address, kInAddresses) + '"';
+        const Launch launch = processes_->CreateProcessA(browser_ + argument, false, kNormalPriority);
         if (!launch.started) return tell("Cannot start " + browser_ + " to show the help page " + page + '.');
         processes_->CloseHandle(launch.information.process);
         processes_->CloseHandle(launch.information.thread);

@@ -33,8 +33,8 @@ struct PortableOptions {
     /// Called whenever the library lets the host's windows process their messages.
     std::function<void()> messagePump{};
 
-    /// Where message boxes are shown and answered; by default the standard error output and the standard
-    /// input.
+    /// Where message boxes are shown and answered, those of the help viewer too; by default the standard
+    /// error output and the standard input.
     std::ostream* messages = nullptr;
     std::istream* answers = nullptr;
     /// Whether somebody can answer; otherwise a box closes by its default button. By default: `answers` is

@@ -1,10 +1,8 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <chrono>
 #include <iostream>
 #include <span>
-#include <thread>
 #include <vector>
 
 #include "platform/portable/adapters.h"
@@ -100,10 +98,6 @@ class TerminalMessages : public WindowsAndMessages {
 
     void DispatchPendingMessages() override {
         if (messagePump_) messagePump_();
-    }
-
-    void MsgWaitForMultipleObjects(std::uint32_t milliseconds) override {
-        std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
     }
 
    private:

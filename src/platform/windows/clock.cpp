@@ -52,6 +52,7 @@ class WindowsClock final : public Clock {
     }
 
     std::uint32_t GetTickCount() override { return ::GetTickCount(); }
+    void Sleep(std::uint32_t milliseconds) override { ::Sleep(milliseconds); }
 
     CurrentTimeZone GetTimeZoneInformation() override {
         TIME_ZONE_INFORMATION zone{};

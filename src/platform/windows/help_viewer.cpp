@@ -20,10 +20,15 @@ class WindowsHelpViewer final : public HelpViewer {
     WindowHandle HtmlHelpA(WindowHandle owner, const std::string& helpFile, std::uint32_t command,
                            std::int32_t data) override {
         const HtmlHelp call = htmlHelp();
-        if (call == nullptr) return 0;
-        return reinterpret_cast<WindowHandle>(call(reinterpret_cast<HWND>(owner),
-                                                   toAnsiWithLoss(helpFile).c_str(), command,
-                                                   static_cast<DWORD_PTR>(data)));
+        if (call == nullptr) {
+            ::MessageBoxA(::GetActiveWindow(), "This system has no viewer for help (hhctrl.ocx).", "Help",
+                          MB_ICONEXCLAMATION);
+            return 0;
+        }
+        // Any other command would take the number for the address of a text.
+        const auto topic = static_cast<DWORD_PTR>(command == HelpCommand::Topic ? data : 0);
+        return reinterpret_cast<WindowHandle>(
+            call(reinterpret_cast<HWND>(owner), toAnsiWithLoss(helpFile).c_str(), command, topic));
     }
 };
 

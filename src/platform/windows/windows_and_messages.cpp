@@ -27,10 +27,6 @@ class WindowsWindowsAndMessages final : public WindowsAndMessages {
             ::DispatchMessageA(&message);
         }
     }
-
-    void MsgWaitForMultipleObjects(std::uint32_t milliseconds) override {
-        ::MsgWaitForMultipleObjects(0, nullptr, FALSE, milliseconds, QS_ALLINPUT);
-    }
 };
 
 }  // namespace
