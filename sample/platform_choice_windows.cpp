@@ -18,6 +18,7 @@ class ZoneClock final : public Clock {
     SystemTime GetLocalTime() override { return local(zone_, GetSystemTime()); }
     SystemTime GetSystemTime() override { return system_->GetSystemTime(); }
     std::uint32_t GetTickCount() override { return system_->GetTickCount(); }
+    void Sleep(std::uint32_t milliseconds) override { system_->Sleep(milliseconds); }
 
     CurrentTimeZone GetTimeZoneInformation() override {
         if (zone_.daylightDate.month == 0) return {TimeZoneId::Unknown, zone_};

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <random>
 
 #include "runtime/text.h"
@@ -74,7 +75,7 @@ std::string shortened(std::string text, int width) {
             if (text[i - 1] == '\\') p.push_back(i);
         const std::size_t m = p.size() - 1;
         if (m < 2) break;
-        const auto k = static_cast<std::size_t>(static_cast<double>(m) / 2 + 0.5);
+        const auto k = static_cast<std::size_t>(std::floor(static_cast<double>(m) / 2 + 0.5));
         text = text.substr(0, p[k] - 1) + "..." + text.substr(p[k + 1] - 1);
     }
     return text;
@@ -98,7 +99,8 @@ void sortSlowly(std::vector<Element>& a, std::int16_t gap, Before before) {
     for (; gap > 0; gap = static_cast<std::int16_t>((gap - 1) / 2)) {
         for (int i = 1; i <= n - gap; ++i) {
             for (int j = i; j > 0; j -= gap) {
-                const auto low = static_cast<std::size_t>(j), high = static_cast<std::size_t>(j + gap);
+                const auto low = static_cast<std::size_t>(j),
+                           high = static_cast<std::size_t>(j) + static_cast<std::size_t>(gap);
                 if (before(a[high], a[low])) std::swap(a[high], a[low]);
             }
         }
