@@ -4,14 +4,11 @@
 #include <cstdlib>
 #include <random>
 
-#include "folder.h"
 #include "frame/cGenProcs.h"
-#include "frame/library.h"
-#include "host.h"
 #include "host/memory_object.h"
-#include "platform/portable/portable_platform.h"
 #include "ratio_table.h"
 #include "runtime/text.h"
+#include "world.h"
 
 namespace t_genproc::bench {
 namespace {
@@ -90,49 +87,48 @@ void sortNumbers(Numbers& list) { std::sort(list.begin() + 1, list.end()); }
 
 // ---- Rows
 
-template <class Element>
-using Sort = std::function<void(std::vector<Element>&)>;
-
-template <class Element>
-struct Sorts {
-    Sort<Element> standard, own, wordForWord;
-};
-
 /// Each sort gets a fresh copy. A short list is sorted a thousand times.
-template <class Element>
-void sortRow(const std::string& name, const std::vector<Element>& list, const Sorts<Element>& sorts) {
+template <class Element, class Standard, class Own, class WordForWord>
+void sortRow(const std::string& name, const std::vector<Element>& list, Standard standard, Own own,
+             WordForWord wordForWord) {
     constexpr std::size_t kShort = 100, kLong = 10'000;
     auto expected = list;
-    sorts.own(expected);
-    const auto work = [&](const Sort<Element>& sort, bool isChecked) -> Work {
+    own(expected);
+    const auto work = [&](auto sort) -> Work {
         const Work once = [=] {
             auto copy = list;
             sort(copy);
             benchmark::DoNotOptimize(copy.data());
-            if (isChecked) require(copy == expected);
         };
         return list.size() < kShort ? thousand(once) : once;
     };
-    const Work standard = work(sorts.standard, false);
-    compare(name + "/standard", standard, standard);
-    compare(name + "/own", standard, work(sorts.own, false));
-    auto* const slow = compare(name + "/word for word", standard, work(sorts.wordForWord, true));
+    const Work base = work(standard);
+    compare(name + "/standard", base, base);
+    compare(name + "/own", base, work(own));
+    auto* const slow = compare(name + "/word for word", base, work([=](auto& copy) {
+                                   wordForWord(copy);
+                                   require(copy == expected);
+                               }));
     if (list.size() > kLong) slow->Repetitions(1);
 }
 
 void sortRows(cGenProcs& procs) {
-    const Sorts<std::string> ofTexts{sortByCapitals, [&](Texts& list) { procs.Shell_Sort(list); },
-                                     sortTextsWordForWord};
-    const Sorts<std::int32_t> ofNumbers{sortNumbers, [&](Numbers& list) { procs.ShellSort(list); },
-                                        sortNumbersWordForWord};
-    sortRow("1000 times 10 texts", texts(10), ofTexts);
-    sortRow("1,000 texts", texts(1'000), ofTexts);
-    sortRow("16,000 texts", texts(16'000), ofTexts);
-    sortRow("1,000 texts in two cases", textsInTwoCases(1'000), ofTexts);
-    sortRow("16,000 texts in two cases", textsInTwoCases(16'000), ofTexts);
-    sortRow("1000 times 10 numbers", numbers(10), ofNumbers);
-    sortRow("1,000 numbers", numbers(1'000), ofNumbers);
-    sortRow("16,000 numbers", numbers(16'000), ofNumbers);
+    const auto textsRow = [&procs](const std::string& name, const Texts& list) {
+        const auto own = [&procs](Texts& copy) { procs.Shell_Sort(copy); };
+        sortRow(name, list, sortByCapitals, own, sortTextsWordForWord);
+    };
+    const auto numbersRow = [&procs](const std::string& name, const Numbers& list) {
+        const auto own = [&procs](Numbers& copy) { procs.ShellSort(copy); };
+        sortRow(name, list, sortNumbers, own, sortNumbersWordForWord);
+    };
+    textsRow("1000 times 10 texts", texts(10));
+    textsRow("1,000 texts", texts(1'000));
+    textsRow("16,000 texts", texts(16'000));
+    textsRow("1,000 texts in two cases", textsInTwoCases(1'000));
+    textsRow("16,000 texts in two cases", textsInTwoCases(16'000));
+    numbersRow("1000 times 10 numbers", numbers(10));
+    numbersRow("1,000 numbers", numbers(1'000));
+    numbersRow("16,000 numbers", numbers(16'000));
 }
 
 std::shared_ptr<MemoryObject> withFont() {
@@ -151,7 +147,7 @@ void pathRow(cGenProcs& procs) {
     Texts measured;
     const auto measures = [&](auto note) {
         return [note](t_gencvf::Arguments arguments) -> Variant {
-            const auto& text = std::get<std::string>(arguments[0]);
+            const std::string text = toText(arguments[0]);
             note(text);
             return 100.0 * static_cast<double>(text::length(text));
         };
@@ -180,11 +176,8 @@ int main(int argc, char** argv) {
     using namespace t_genproc;
     using namespace t_genproc::bench;
     benchmark::Initialize(&argc, argv);
-    const Folder folder;
-    Platform platform = portablePlatform({.driveC = folder.file("")});
-    bench::Host host(platform);
-    Library library(host, platform);
-    cGenProcs procs(library);
+    World world;
+    cGenProcs procs(world.library);
 
     sortRows(procs);
     printTable("| lists | std::sort, capitals made once | the library | the algorithm word for word |",

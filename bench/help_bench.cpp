@@ -4,15 +4,12 @@
 
 #include <cstdlib>
 
-#include "folder.h"
-#include "frame/library.h"
-#include "host.h"
 #include "host/memory_object.h"
 #include "instanthelp/cInstHelp.h"
 #include "instanthelp/message_database.h"
-#include "platform/portable/portable_platform.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "ratio_table.h"
+#include "world.h"
 
 namespace t_genproc::bench {
 namespace {
@@ -106,18 +103,17 @@ int main(int argc, char** argv) {
     using namespace t_genproc;
     using namespace t_genproc::bench;
     benchmark::Initialize(&argc, argv);
-    const Folder folder;
-    Platform platform = portablePlatform({.driveC = folder.file("")});
-    platform.databases = sqliteEngine(*platform.files);
-    bench::Host host(platform);
-    Library library(host, platform);
+    World world;
+    const Folder& folder = world.folder;
+    world.platform.databases = sqliteEngine(*world.platform.files);
+    DatabaseEngine& engine = *world.platform.databases;
 
     const std::string plain = folder.file("plain.db"), keyed = folder.file("keyed.db"),
                       derived = folder.file("derived.db"), password(32, 'k'),
                       passPhrase = "typed by a person";
-    fill(*createMessageDatabase(*platform.databases, "C:\\messages.db"));
-    make(*platform.databases, "C:\\plain.db", "");
-    make(*platform.databases, "C:\\keyed.db", password);
+    fill(*createMessageDatabase(engine, "C:\\messages.db"));
+    make(engine, "C:\\plain.db", "");
+    make(engine, "C:\\keyed.db", password);
     Bare(derived, passPhrase).execute("CREATE TABLE InstantHelp (HelpContextID, Message)");
 
     const auto twice = [](const std::string& file, const std::string& key) {
@@ -125,7 +121,7 @@ int main(int argc, char** argv) {
             for (int i = 0; i < 2; ++i) Bare(file, key).readTexts();
         };
     };
-    cInstHelp help(library);
+    cInstHelp help(world.library);
     const auto form = window();
     const auto load = [&] { help.LoadInstantHelp(form, kFirst, kLast, kFirst, kLast, "C:\\messages.db"); };
     load();

@@ -6,15 +6,12 @@
 #include <iterator>
 #include <sstream>
 
-#include "folder.h"
 #include "frame/cGenProcs.h"
-#include "frame/library.h"
-#include "host.h"
 #include "host/memory_record_set.h"
-#include "platform/portable/portable_platform.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "ratio_table.h"
 #include "runtime/number_text.h"
+#include "world.h"
 
 namespace t_genproc::bench {
 namespace {
@@ -174,6 +171,7 @@ const std::vector<std::string> kHeaderFields = words(
 /// Each field of a header that is all Null is read, and written; the edit is dropped.
 void compareHeaders(cGenProcs& procs) {
     std::vector<t_gencvf::MemoryRecordSet::Field> record;
+    record.reserve(kHeaderFields.size());
     for (const std::string& field : kHeaderFields) record.push_back({field, Null{}});
     const auto header =
         std::make_shared<t_gencvf::MemoryRecordSet>(t_gencvf::MemoryRecordSet::ofRecord(record));
@@ -199,12 +197,9 @@ int main(int argc, char** argv) {
     using namespace t_genproc;
     using namespace t_genproc::bench;
     benchmark::Initialize(&argc, argv);
-    const Folder folder;
-    Platform platform = portablePlatform({.driveC = folder.file("")});
-    bench::Host host(platform);
-    Library library(host, platform);
-    cGenProcs procs(library);
-    const auto database = sqliteEngine(*platform.files)->createDatabase("C:\\bench.db");
+    World world;
+    cGenProcs procs(world.library);
+    const auto database = sqliteEngine(*world.platform.files)->createDatabase("C:\\bench.db");
     compareReports(procs, *database);
     compareNumbers(procs);
     compareHeaders(procs);

@@ -9,12 +9,10 @@
 #include <ctime>
 #include <sstream>
 
-#include "frame/library.h"
-#include "host.h"
-#include "platform/portable/portable_platform.h"
 #include "ratio_table.h"
 #include "runtime/date_value.h"
 #include "time/cTimeProcs.h"
+#include "world.h"
 
 namespace t_genproc::bench {
 namespace {
@@ -154,16 +152,11 @@ int main(int argc, char** argv) {
     using namespace t_genproc::bench;
     benchmark::Initialize(&argc, argv);
     ::setenv("TZ", "Europe/Berlin", 1);
-    Platform platform = portablePlatform();
-    bench::Host host(platform);
-    Library library(host, platform);
-    cTimeProcs times(library);
-    Platform fixedPlatform = portablePlatform();
-    fixedPlatform.clock = std::make_unique<UniversalClock>(std::move(fixedPlatform.clock));
-    Library fixedLibrary(host, fixedPlatform);
-    cTimeProcs fixedTimes(fixedLibrary);
+    World world, fixed;
+    fixed.platform.clock = std::make_unique<UniversalClock>(std::move(fixed.platform.clock));
+    cTimeProcs times(world.library), fixedTimes(fixed.library);
 
-    compareParsers(fixedLibrary, fixedTimes);
+    compareParsers(fixed.library, fixedTimes);
     compareConversions(times);
     printTable(
         "| dates of mails | the clock's parser | InternetTimeToVbLocalTime | strptime | curl_getdate | date "

@@ -7,13 +7,14 @@
 namespace t_genproc::portable {
 namespace {
 
-/// As addresses have it: whatever is not in `plain` becomes "%" and its code.
-std::string encoded(std::string_view text, std::string_view plain) {
+/// As addresses have it: whatever is neither plain nor in `signs` becomes "%" and its code.
+std::string encoded(std::string_view text, std::string_view signs = {}) {
     constexpr std::string_view kDigits = "0123456789ABCDEF";
+    constexpr std::string_view kPlain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
     std::string address;
     for (const char character : text) {
         const auto byte = static_cast<unsigned char>(character);
-        if (text::contains(plain, {&character, 1})) {
+        if (text::contains(kPlain, {&character, 1}) || text::contains(signs, {&character, 1})) {
             address += character;
         } else {
             address += {'%', kDigits[byte / 16], kDigits[byte % 16]};
@@ -21,10 +22,6 @@ std::string encoded(std::string_view text, std::string_view plain) {
     }
     return address;
 }
-
-constexpr std::string_view kInPaths = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
-constexpr std::string_view kInAddresses =
-    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/:?#[]@!$&'()*+,;=%";
 
 /// The pages of PortableOptions::helpPages in the user's browser.
 class BrowserHelpViewer final : public HelpViewer {
@@ -65,11 +62,12 @@ class BrowserHelpViewer final : public HelpViewer {
         if (!path || !std::filesystem::is_regular_file(path.value, none)) {
             return tell("There is no help page " + file + '.');
         }
-        open("file://" + encoded(path.value, kInPaths) + place, file);
+        open("file://" + encoded(path.value) + place, file);
     }
 
     void open(const std::string& address, const std::string& page) {
-        const std::string argument = " \"" + encoded(address, kInAddresses) + '"';
+        constexpr std::string_view kSigns = ":?#[]@!$&'()*+,;=%";
+        const std::string argument = " \"" + encoded(address, kSigns) + '"';
         const Launch launch = processes_->CreateProcessA(browser_ + argument, false, kNormalPriority);
         if (!launch.started) return tell("Cannot start " + browser_ + " to show the help page " + page + '.');
         processes_->CloseHandle(launch.information.process);
