@@ -1,7 +1,6 @@
 /// The two sorts beside std::sort and beside the algorithm that defines their arrangement; a path on a narrow
 /// label beside the measures that this takes.
 #include <algorithm>
-#include <cstdlib>
 #include <random>
 
 #include "frame/cGenProcs.h"
@@ -15,10 +14,6 @@ namespace {
 
 using t_gencvf::LateBound;
 using t_gencvf::MemoryObject;
-
-void require(bool isSo) {
-    if (!isSo) std::abort();
-}
 
 // ---- Lists, from element 1 on
 

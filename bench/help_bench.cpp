@@ -2,8 +2,6 @@
 /// beside one opening of a database whose key is derived from a pass phrase.
 #include <sqlite3.h>
 
-#include <cstdlib>
-
 #include "host/memory_object.h"
 #include "instanthelp/cInstHelp.h"
 #include "instanthelp/message_database.h"
@@ -41,10 +39,6 @@ void make(DatabaseEngine& engine, const std::string& fileName, const std::string
                             {std::string(MessageTable::Message), t_gencvf::FieldType::Text}},
                            {{std::string(MessageTable::Index), number}}});
     fill(*database);
-}
-
-void require(bool isSo) {
-    if (!isSo) std::abort();
 }
 
 /// A connection to `file` by the engine's own calls.

@@ -3,6 +3,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cstdlib>
 #include <functional>
 #include <map>
 #include <string>
@@ -16,6 +17,11 @@ using Work = std::function<void()>;
 /// Registers a benchmark `name`, "work/peer", that runs both works by turns, so that what else happens on the
 /// machine meets both alike. Its cell holds the time of `own`, and its ratio to that of `base`.
 benchmark::internal::Benchmark* compare(const std::string& name, const Work& base, const Work& own);
+
+/// Ends the program otherwise: what gives no right result need not be measured.
+inline void require(bool isSo) {
+    if (!isSo) std::abort();
+}
 
 /// The work a thousand times: the clock takes longer than one.
 Work thousand(const Work& work);

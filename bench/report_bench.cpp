@@ -131,7 +131,7 @@ void compareReports(cGenProcs& procs, Database& database) {
         };
         static char text[1000];
         each.print(text, sizeof text);
-        if (report(*inFile) != text || report(*inMemory) != text) std::abort();
+        require(report(*inFile) == text && report(*inMemory) == text);
         row(std::string("1000 times a ") + each.name,
             {{"snprintf", [&each] { benchmark::DoNotOptimize(each.print(text, sizeof text)); }},
              {"memory", [=] { benchmark::DoNotOptimize(report(*inMemory)); }},

@@ -3,6 +3,7 @@
 #include <iomanip>
 #include <sstream>
 
+#include "replaced.h"
 #include "runtime/number_text.h"
 #include "runtime/text.h"
 #include "screen.h"
@@ -117,10 +118,8 @@ Lines promptLines(Tavoru& tavoru, const std::string& prompt) {
 Lines topicLines(Tavoru& tavoru, std::int32_t topic, bool open) {
     Lines lines;
     auto& viewer = tavoru.drive.platform.helpViewer;
-    auto actual = std::exchange(viewer, nullptr);
-    viewer = std::make_unique<NotedRequests>(lines, open ? actual.get() : nullptr);
+    const Replaced noted(viewer, std::make_unique<NotedRequests>(lines, open ? viewer.get() : nullptr));
     tavoru.procs.ShowTopicID(topic, 0);
-    viewer = std::move(actual);
     return lines;
 }
 

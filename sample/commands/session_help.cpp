@@ -2,6 +2,7 @@
 
 #include <sstream>
 
+#include "replaced.h"
 #include "screen.h"
 #include "windows.h"
 
@@ -55,9 +56,10 @@ void readHelp(Tavoru& tavoru) {
          panel away, which makes the window that much lower, and unchecks Instant Help in its menu.)");
     Window dataset(tavoru.library, "dataset", true);
     const std::string before = stateOf(dataset);
-    auto screen = std::exchange(tavoru.drive.platform.windows, std::make_unique<BoxesOnPaper>());
-    dataset.loadHelp(tavoru.prog.progPath + "Lost\\Messages.db");
-    tavoru.drive.platform.windows = std::move(screen);
+    {
+        const Replaced onPaper(tavoru.drive.platform.windows, std::make_unique<BoxesOnPaper>());
+        dataset.loadHelp(tavoru.prog.progPath + "Lost\\Messages.db");
+    }
     show({"before  " + before, "after   " + stateOf(dataset)});
 }
 

@@ -23,7 +23,9 @@ void MemoryTable::set(std::size_t record, std::size_t field, Variant value) {
 
 void MemoryTable::append(Record record) {
     const std::size_t number = records_.size();
-    for (auto& [field, order] : orders_) order.reserve(number + 1);  // so that no insertion fails half-way
+    for (auto& [field, order] : orders_) {  // there is room for each, so that no insertion fails half-way
+        if (order.size() == order.capacity()) order.reserve(2 * number + 1);
+    }
     records_.push_back(std::move(record));
     for (auto& [field, order] : orders_) order.insert(place(field, number), number);
 }

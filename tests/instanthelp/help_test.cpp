@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <random>
 
 #include "instanthelp/cInstHelp.h"
@@ -75,13 +74,6 @@ struct HelpTest : testing::TestWithParam<const char*>, test::TestWorld {
     void load(int low, int high, int lowGeneral, int highGeneral) {
         const auto number = [](int value) { return static_cast<std::int16_t>(value); };
         help.LoadInstantHelp(form, number(low), number(high), number(lowGeneral), number(highGeneral), file);
-    }
-    /// Where the system tells.
-    static std::ptrdiff_t openDatabases() {
-        std::error_code none;
-        return std::ranges::count_if(
-            std::filesystem::directory_iterator("/proc/self/fd", none),
-            [&](auto& each) { return read_symlink(each, none).extension() == ".db"; });
     }
     LateBound caption() { return LateBound(panel)["Caption"]; }
     std::string shown(int number) {
@@ -243,7 +235,7 @@ TEST_P(HelpTest, KeepsItsTextsWhateverADatabaseHolds) {
         form->add("Height", 5000);
         shown(8);
         EXPECT_EQ(std::to_string(error) + ' ' + window + ' ' + shown(7), expected) << files;
-        EXPECT_EQ(openDatabases(), 0) << files;
+        EXPECT_EQ(test::openFiles(".db"), 0) << files;
     }
     load(7, 7, 0, 0);
     const auto control = std::make_shared<MemoryObject>(), bare = std::make_shared<MemoryObject>();
@@ -282,7 +274,7 @@ TEST_P(HelpFilesTest, TakeNothingForAMessageDatabaseThatIsNone) {
     for (const auto& row : rows) {
         const std::string name = row.first + ".db";
         EXPECT_EQ(test::errorOf([&] { help.LoadInstantHelp(form, 1, 2, 3, 4, path(name)); }), row.second);
-        EXPECT_EQ(openDatabases(), 0) << name;
+        EXPECT_EQ(test::openFiles(".db"), 0) << name;
         EXPECT_TRUE(std::filesystem::remove(system.onDisk(name)));  // not on Windows while it is open
     }
     EXPECT_NE(reports.find("> (Class Module) cInstHelp::Sub LoadHelpRecords\n"), std::string::npos);
@@ -300,7 +292,7 @@ TEST_P(HelpFilesTest, TakeNothingForAMessageDatabaseThatIsNone) {
         panel->onEmptied = [] {};
     }
     EXPECT_EQ(shown(20000), "old");
-    EXPECT_EQ(openDatabases(), 0);
+    EXPECT_EQ(test::openFiles(".db"), 0);
     make(path("new.db"), {{7, "new seven"}, {20000, "new"}});
     panel->onEmptied = [&] {
         if (++emptied == 4) std::filesystem::rename(system.onDisk("new.db"), system.onDisk("Messages.db"));

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
 
 #include "platform/sqlite/connection.h"
@@ -110,14 +109,9 @@ TEST_F(SqliteTest, KeepsEncipheredFilesDarkAndClosed) {
     const std::string bytes = bytesOf(password, help), plain = bytesOf("", help);
     for (const char* text : {"Help", "Read me", "SQLite format"})
         EXPECT_TRUE(bytes.find(text) == std::string::npos && plain.find(text) != std::string::npos) << text;
-    const auto openFiles = [&] {
-        std::error_code ignored;
-        return std::count_if(std::filesystem::directory_iterator("/proc/self/fd", ignored), {},
-                             [&](const auto& each) { return read_symlink(each, ignored) == native; });
-    };
     const auto read = [&](const std::string& with) {
         const auto opened = engine->openDatabase(path, with);
-        EXPECT_EQ(openFiles() > 0, test::systemName() == "portable");
+        EXPECT_EQ(test::openFiles(native) > 0, test::systemName() == "portable");
         opened->beginReading();
         const auto records = opened->openTable("Help");
         while (!records->atEnd()) records->moveNext();
@@ -131,7 +125,7 @@ TEST_F(SqliteTest, KeepsEncipheredFilesDarkAndClosed) {
           Row{damaged, password, 3343}, Row{bytesOf(password, "CREATE TABLE Other (a)"), password, 3078}}) {
         system.write(path, content);  // what stands there is replaced between two openings
         EXPECT_EQ(errorOf([&, &with = with] { read(with); }), error);
-        EXPECT_EQ(openFiles(), 0);
+        EXPECT_EQ(test::openFiles(native), 0);
         EXPECT_TRUE(std::filesystem::remove(native));  // Windows keeps what is open
     }
 }

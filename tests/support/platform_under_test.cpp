@@ -1,5 +1,6 @@
 #include "support/platform_under_test.h"
 
+#include <algorithm>
 #include <iostream>
 #include <random>
 
@@ -48,6 +49,13 @@ bool isLeftOut(const std::string& deviation) {
     const bool isHere = deviation.starts_with(systemName() + ':');
     if (isHere) std::cout << "[ left out ] " << deviation << '\n';
     return isHere;
+}
+
+std::ptrdiff_t openFiles(const std::string& part) {
+    std::error_code none;
+    return std::ranges::count_if(std::filesystem::directory_iterator("/proc/self/fd", none), [&](auto& each) {
+        return read_symlink(each, none).string().find(part) != std::string::npos;
+    });
 }
 
 int errorOf(const std::function<void()>& body) {

@@ -54,6 +54,9 @@ std::string systemName();
 /// out, and the reason told.
 bool isLeftOut(const std::string& deviation);
 
+/// How many files this process has open in whose path there is `part`, where the system tells; 0 elsewhere.
+std::ptrdiff_t openFiles(const std::string& part);
+
 /// Sets a variable of this process, bytes as they are.
 void setVariable(const std::string& name, const std::string& value);
 
