@@ -23,6 +23,8 @@ Library::Library(t_gencvf::Host& host, Platform& platform)
     required(platform.system);
     required(platform.clock);
     required(platform.helpViewer);
+    required(platform.printing);
+    required(platform.graphics);
 }
 
 Library::~Library() = default;

@@ -29,6 +29,8 @@ class Library {
     const t_gencvf::Application& application() { return host_.application(); }
 
     ObjectPointer loadedForms() { return host_.loadedForms(); }
+    const t_gencvf::ProgramState* programState() { return host_.programState(); }
+    void mousePointer(std::int16_t shape) { host_.mousePointer(shape); }
 
     /// The host's utility object and error reporter: created on first use, kept as long as the Library.
     t_gencvf::Utility& utility();

@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 
+#include "host/records.h"
 #include "runtime/variant.h"
 
 namespace t_gencvf {
@@ -54,6 +55,7 @@ struct Application {
     std::string gridModelName2{};
     std::string tinModelName{};
 
+    std::string title{};     ///< the program's name, ahead of the title of what it prints
     std::string helpFile{};  ///< the path of the user's help
 
     /// Printed under a report that rests on a distortion grid.
@@ -84,6 +86,11 @@ class ErrorReporter {
     virtual void ReportError(const std::string& source, const std::string& procedureName) = 0;
 };
 
+namespace MousePointer {
+inline constexpr std::int16_t Default = 0;
+inline constexpr std::int16_t Hourglass = 11;
+}  // namespace MousePointer
+
 class Host {
    public:
     virtual ~Host() = default;
@@ -94,6 +101,13 @@ class Host {
     /// The windows that are open: an object with `Count` and the elements from 0 on, as a form's `Controls`.
     /// Nothing where the host keeps no such list.
     virtual ObjectPointer loadedForms() { return nullptr; }
+
+    /// The program's state, for members that write to the error log without being given it. Null: they log
+    /// into the system's temporary folder.
+    virtual const ProgramState* programState() { return nullptr; }
+
+    /// Sets the shape of the mouse pointer, a MousePointer.
+    virtual void mousePointer(std::int16_t /*shape*/) {}
 };
 
 }  // namespace t_gencvf

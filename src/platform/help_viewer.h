@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/window_handle.h"
+
 namespace t_genproc {
 
 /// What the viewer is to show.
@@ -11,8 +13,6 @@ namespace HelpCommand {
 inline constexpr std::uint32_t TableOfContents = 1;  // HH_DISPLAY_TOC
 inline constexpr std::uint32_t Topic = 15;           // HH_HELP_CONTEXT
 }  // namespace HelpCommand
-
-using WindowHandle = std::intptr_t;  ///< 0 is none
 
 class HelpViewer {
    public:

@@ -9,7 +9,9 @@
 #include "platform/database.h"
 #include "platform/files.h"
 #include "platform/folders.h"
+#include "platform/graphics.h"
 #include "platform/help_viewer.h"
+#include "platform/printing.h"
 #include "platform/processes.h"
 #include "platform/profile_files.h"
 #include "platform/registry.h"
@@ -30,6 +32,8 @@ struct Platform {
     std::unique_ptr<SystemInformation> system;
     std::unique_ptr<Clock> clock;
     std::unique_ptr<HelpViewer> helpViewer;
+    std::unique_ptr<Printing> printing;
+    std::unique_ptr<Graphics> graphics;
 
     /// Added by a host that has databases, for example sqliteEngine (sqlite/sqlite_engine.h); may be missing.
     std::unique_ptr<DatabaseEngine> databases{};

@@ -20,5 +20,7 @@ std::unique_ptr<SystemInformation> makeSystemInformation(std::shared_ptr<DriveMa
                                                          const PortableOptions& options);
 std::unique_ptr<Clock> makeClock();
 std::unique_ptr<HelpViewer> makeHelpViewer(std::shared_ptr<DriveMap> drives, const PortableOptions& options);
+std::unique_ptr<Printing> makePrinting();
+std::unique_ptr<Graphics> makeGraphics();
 
 }  // namespace t_genproc::portable

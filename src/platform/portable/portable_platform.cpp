@@ -54,6 +54,8 @@ Platform portablePlatform(PortableOptions options) {
     platform.system = portable::makeSystemInformation(drives, options);
     platform.clock = portable::makeClock();
     platform.helpViewer = portable::makeHelpViewer(drives, options);
+    platform.printing = portable::makePrinting();
+    platform.graphics = portable::makeGraphics();
     return platform;
 }
 

@@ -17,6 +17,8 @@ std::unique_ptr<Processes> makeProcesses();
 std::unique_ptr<SystemInformation> makeSystemInformation();
 std::unique_ptr<Clock> makeClock();
 std::unique_ptr<HelpViewer> makeHelpViewer();
+std::unique_ptr<Printing> makePrinting();
+std::unique_ptr<Graphics> makeGraphics();
 
 /// Why the last call of this thread failed.
 SystemError lastError();

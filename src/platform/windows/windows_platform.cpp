@@ -20,6 +20,8 @@ Platform windowsPlatform() {
     platform.system = makeSystemInformation();
     platform.clock = makeClock();
     platform.helpViewer = makeHelpViewer();
+    platform.printing = makePrinting();
+    platform.graphics = makeGraphics();
     return platform;
 }
 

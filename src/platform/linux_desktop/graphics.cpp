@@ -1,0 +1,1 @@
+#include "platform/linux_desktop/desktop.h"
