@@ -1,4 +1,4 @@
-/// Operating-system services: registry, files, folders, environment, programs.
+/// Operating-system services: registry, files, folders, pictures of windows, environment, programs.
 ///
 /// Where a call of the system fails, the member gives its neutral result and, where it says so, writes a line
 /// to the error log. Errors of every member: those that it names; whatever else goes wrong inside.
@@ -11,6 +11,7 @@
 
 #include "host/records.h"
 #include "platform/clock.h"
+#include "platform/graphics.h"
 #include "platform/processes.h"
 #include "platform/registry.h"
 
@@ -101,6 +102,19 @@ class cAPIprocs {
     /// so.
     std::string GetSpecialFolder(std::int32_t CSIDL, float winVersion);
 
+    // ---- Pictures of windows (platform/picture.h), which own their bitmaps
+
+    /// The pixels of a window: of its client area with `Client`, else of the whole window, from its outer
+    /// corner. Positions and sizes are pixels. What a failing call leaves is not released. Error 17: a call
+    /// of the system failed; the description names it, and stands in the error log of Host::programState.
+    /// Error 5: likewise, where the system gives no reason.
+    ObjectPointer CaptureWindow(WindowHandle hWndSrc, bool Client, std::int32_t LeftSrc, std::int32_t TopSrc,
+                                std::int32_t WidthSrc, std::int32_t HeightSrc);
+
+    /// A whole form or control, by its members `hWnd`, `Width` and `Height` (twips), `ScaleX` and `ScaleY`.
+    /// Errors: those of CaptureWindow.
+    ObjectPointer CapturePicture(const ObjectPointer& sourceObject);
+
     // ---- Environment and machine
 
     /// The value of a variable, empty where it is not set. (Elsewhere than on Windows, USERPROFILE is the
@@ -135,6 +149,8 @@ class cAPIprocs {
     void StartSysInfo(const t_gencvf::ProgramState& prog);
 
    private:
+    ObjectPointer CreateBitmapPicture(GraphicsObject bitmap, GraphicsObject palette);
+
     Library& library_;
     bool classActive_ = false;
 };

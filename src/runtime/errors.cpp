@@ -67,6 +67,7 @@ constexpr std::array kDescriptions{
     Description{450, "Wrong number of arguments or invalid property assignment"},
     Description{451, "Object not a collection"},
     Description{457, "This key is already associated with an element of this collection"},
+    Description{482, "Printer error"},
     Description{3010, "Table already exists"},
     Description{3015, "Not an index in this table"},
     Description{3019, "Operation invalid without a current index"},
@@ -98,5 +99,8 @@ RuntimeError::RuntimeError(ErrorNumber number, std::string_view source)
     : RuntimeError(static_cast<std::int32_t>(number), source) {}
 
 RuntimeError::RuntimeError(std::int32_t number, std::string_view source) : number_(number), source_(source) {}
+
+RuntimeError::RuntimeError(std::int32_t number, std::string_view source, std::string description)
+    : number_(number), source_(source), description_(std::move(description)) {}
 
 }  // namespace t_genproc

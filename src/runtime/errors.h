@@ -3,7 +3,7 @@
 ///     throw RuntimeError(ErrorNumber::Overflow);
 ///
 /// The number is what a host acts on; the source names the procedure that failed last, and the description is
-/// always the standard one of the number.
+/// the standard one of the number, but where an error has its own.
 #pragma once
 
 #include <cstdint>
@@ -19,7 +19,9 @@ enum class ErrorNumber : std::int32_t {
     Overflow = 6,
     OutOfMemory = 7,
     SubscriptOutOfRange = 9,
+    DivisionByZero = 11,
     TypeMismatch = 13,
+    CannotPerformOperation = 17,
     InternalError = 51,
     BadFileNameOrNumber = 52,
     FileNotFound = 53,
@@ -38,9 +40,12 @@ enum class ErrorNumber : std::int32_t {
     ObjectNotSet = 91,
     InvalidUseOfNull = 94,
     NoSuchControlArrayElement = 340,
+    InvalidPropertyValue = 380,
+    PropertyReadOnly = 383,
     ObjectRequired = 424,
     NoSuchMember = 438,
     WrongNumberOfArguments = 450,
+    PrinterError = 482,
 
     // Databases and record sets
     TableAlreadyExists = 3010,
@@ -72,16 +77,20 @@ class RuntimeError : public std::exception {
    public:
     explicit RuntimeError(ErrorNumber number, std::string_view source = kLibrarySource);
     explicit RuntimeError(std::int32_t number, std::string_view source = kLibrarySource);
+    RuntimeError(std::int32_t number, std::string_view source, std::string description);
 
     std::int32_t number() const noexcept { return number_; }
     bool is(ErrorNumber number) const noexcept { return number_ == static_cast<std::int32_t>(number); }
     const std::string& source() const noexcept { return source_; }
-    std::string_view description() const noexcept { return errorDescription(number_); }
+    std::string_view description() const noexcept {
+        return description_.empty() ? errorDescription(number_) : description_;
+    }
     const char* what() const noexcept override { return description().data(); }
 
    private:
     std::int32_t number_;
     std::string source_;
+    std::string description_;  // empty: the standard one
 };
 
 }  // namespace t_genproc

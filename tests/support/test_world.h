@@ -36,6 +36,7 @@ class TestWorld : private t_gencvf::Host {
     std::shared_ptr<t_gencvf::MemoryObject> form = std::make_shared<t_gencvf::MemoryObject>();
 
     ObjectPointer openForms;  // what loadedForms gives
+    std::string pointers;     // the shapes of the mouse pointer, a blank behind each
 
     Library library;
     cGenProcs procs;
@@ -45,6 +46,8 @@ class TestWorld : private t_gencvf::Host {
     std::unique_ptr<t_gencvf::Utility> createUtility() override;
     std::unique_ptr<t_gencvf::ErrorReporter> createErrorReporter() override;
     ObjectPointer loadedForms() override { return openForms; }
+    const t_gencvf::ProgramState* programState() override { return &prog; }
+    void mousePointer(std::int16_t shape) override { pointers += std::to_string(shape) + ' '; }
 };
 
 /// The run-time error that `body` raises, its number and source: "53 (Module) Files::Sub Open", or "none".
