@@ -63,7 +63,7 @@ void cPrinter::Class_Initialize() {
 
 void cPrinter::Class_Terminate() {
     finalProcedure(library_, "(Class Module) cPrinter::Sub Class_Terminate", [&] {
-        forgetContext();
+        deleteContext(context_);
         for (const MemoryBlock block : {printDialog_.devMode, printDialog_.devNames}) {
             if (block != 0) library_.platform().printing->GlobalFree(block);
         }
@@ -72,11 +72,12 @@ void cPrinter::Class_Terminate() {
 
 void cPrinter::ShowPrintDlg(WindowHandle /*hWnd*/, std::int32_t options) {
     procedure(library_, "(Class Module) cPrinter::Sub ShowPrintDlg", [&] {
-        forgetContext();
+        deleteContext(context_);
         printDialog_.flags = static_cast<std::uint32_t>(options);
         PutDevMode(printDialog_.devMode);
         PutDevNames(printDialog_.devNames);
         dialogResult_ = library_.platform().printing->PrintDlgA(printDialog_);
+        deleteContext(printDialog_.context);  // that of PD_RETURNDC, which nobody could reach
         if (dialogResult_ != kDialogConfirmed) return;
         GetDevMode(printDialog_.devMode);
         GetDevNames(printDialog_.devNames);
@@ -86,7 +87,7 @@ void cPrinter::ShowPrintDlg(WindowHandle /*hWnd*/, std::int32_t options) {
 void cPrinter::PageSetup(WindowHandle hWnd, std::int32_t options, bool presetMargins, bool& dialogCancel,
                          bool showPageDialog) {
     procedure(library_, "(Class Module) cPrinter::Sub PageSetup", [&] {
-        forgetContext();
+        deleteContext(context_);
         pageSetup_.owner = hWnd;
         if (isRequested(orientationRequest_)) options &= PSD_DISABLEORIENTATION;
         pageSetup_.flags = static_cast<std::uint32_t>(options);
@@ -173,9 +174,9 @@ void cPrinter::PutDevNames(MemoryBlock block) const {
     writeBlock(*library_.platform().printing, block, names_.bytes());
 }
 
-void cPrinter::forgetContext() {
-    if (context_ != 0) library_.platform().graphics->DeleteDC(context_);
-    context_ = 0;
+void cPrinter::deleteContext(DeviceContext& context) {
+    if (context != 0) library_.platform().graphics->DeleteDC(context);
+    context = 0;
 }
 
 void cPrinter::takeDialogBlocks() {
@@ -206,7 +207,7 @@ DeviceContext cPrinter::openDevice() {
     const auto twipsPerPixel = [&](std::int32_t index) {
         const std::int32_t resolution = graphics.GetDeviceCaps(context_, index);
         if (resolution == 0) {
-            forgetContext();
+            deleteContext(context_);
             throw RuntimeError(ErrorNumber::DivisionByZero);
         }
         return kTwipsPerInch / static_cast<float>(resolution);

@@ -98,7 +98,7 @@ class cPrinter {
     void PutDevNames(MemoryBlock block) const;
     static void DisplayClassError() {}
 
-    void forgetContext();
+    void deleteContext(DeviceContext& context);
     /// Makes the print dialog's blocks those of the page set-up too, and keeps what they hold.
     void takeDialogBlocks();
     void applyRequests();
