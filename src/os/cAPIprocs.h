@@ -107,7 +107,8 @@ class cAPIprocs {
     /// The pixels of a window: of its client area with `Client`, else of the whole window, from its outer
     /// corner. Positions and sizes are pixels. What a failing call leaves is not released. Error 17: a call
     /// of the system failed; the description names it, and stands in the error log of Host::programState.
-    /// Error 5: likewise, where the system gives no reason.
+    /// Error 5: likewise, where the system gives no reason. Nothing, and a bitmap that is left, where the
+    /// system makes no picture of it.
     ObjectPointer CaptureWindow(WindowHandle hWndSrc, bool Client, std::int32_t LeftSrc, std::int32_t TopSrc,
                                 std::int32_t WidthSrc, std::int32_t HeightSrc);
 

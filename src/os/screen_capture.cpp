@@ -46,8 +46,9 @@ Capture capture(Graphics& graphics, WindowHandle window, bool client, std::int32
                             graphics.GetDeviceCaps(source, DeviceCaps::SizePalette) == kPaletteSize;
     GraphicsObject previousPalette = 0;
     if (hasPalette) {
-        const auto entries =
+        auto entries =
             given("GetSystemPaletteEntries", graphics.GetSystemPaletteEntries(source, 0, kPaletteSize));
+        entries.resize(kPaletteSize);
         captured.palette = given("CreatePalette", graphics.CreatePalette({.entries = entries}));
         previousPalette = given("SelectPalette", graphics.SelectPalette(memory, captured.palette, false));
         given("RealizePalette", graphics.RealizePalette(memory));

@@ -1,14 +1,13 @@
 /// The settings of a printer and the names of it, as blocks of memory that the dialogs hand over.
 ///
 /// The layouts are the system's (DEVMODE and DEVNAMES), all numbers of 16 bits but one, low byte first. Of
-/// longer blocks only the beginning is kept; the bytes behind a shorter one are 0.
+/// longer blocks only the beginning is kept; a shorter one changes only the beginning.
 #pragma once
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <string>
 #include <string_view>
 
 namespace t_genproc {

@@ -1,7 +1,6 @@
 /// Device contexts, what is drawn on them, and pictures of windows.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -26,6 +25,7 @@ struct Rectangle {
 
 /// What GetDeviceCaps tells of a device.
 namespace DeviceCaps {
+inline constexpr std::int32_t BitsPerPixel = 12;
 inline constexpr std::int32_t RasterCaps = 38;
 inline constexpr std::int32_t LogPixelsX = 88;  ///< pixels per inch
 inline constexpr std::int32_t LogPixelsY = 90;

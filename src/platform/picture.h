@@ -1,5 +1,6 @@
 /// The host's standard picture: an object with the members `Handle` and `hPal` (its bitmap and palette),
-/// `Type` (1: a bitmap), `Width` and `Height` (hundredths of a millimetre). All of them can only be read.
+/// `Type` (1: a bitmap), `Width` and `Height` (hundredths of a millimetre). They can only be read (error
+/// 383).
 #pragma once
 
 #include <string>

@@ -46,7 +46,10 @@ void writeBlock(Printing& printing, MemoryBlock block, std::span<const std::byte
     std::ranges::copy(copy.first(locked.bytes().size()), locked.bytes().begin());
 }
 
-bool isRequested(std::int32_t request) { return (request & DMORIENT_DISABLE_CHANGE) != 0; }
+constexpr std::int32_t kRequested = DMORIENT_DISABLE_CHANGE;
+static_assert(kRequested == std::int32_t{DMCOLOUR_DISABLE_CHANGE});
+
+bool isRequested(std::int32_t request) { return (request & kRequested) != 0; }
 
 }  // namespace
 
@@ -217,8 +220,8 @@ DeviceContext cPrinter::openDevice() {
     return context_;
 }
 
-float cPrinter::pixelsPerMillimetre(std::int32_t resolution) {
-    const double pixels = library_.platform().graphics->GetDeviceCaps(context_, resolution);
+float cPrinter::pixelsPerMillimetre(std::int32_t index) {
+    const double pixels = library_.platform().graphics->GetDeviceCaps(context_, index);
     return static_cast<float>(pixels / kMillimetresPerInch);
 }
 

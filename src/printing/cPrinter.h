@@ -34,10 +34,11 @@ class cPrinter {
 
     /// Shows the print dialog, then prints the text of a rich-text control (members `hWnd`, `SelStart`,
     /// `SelLength`, `Text`), or its selection where the dialog says so, page by page, with `projectID` 9 mm
-    /// above the text's right end. The margins are those of PageSetup, in hundredths of a millimetre.
-    /// `printerHDC` becomes the device context, unless the dialog is cancelled. Without a printer, a message
-    /// box says so. Error 482: the control prints nothing more although text remains; what it has printed
-    /// is printed. An error on the way leaves the job open.
+    /// above the text's right end. The control counts characters as its formatter does, those that end lines
+    /// too. The margins are those of PageSetup, in hundredths of a millimetre. `printerHDC` becomes the
+    /// device context, unless the dialog is cancelled. Without a printer, a message box says so. Error 482:
+    /// the control prints nothing more although text remains; what it has printed is printed. An error on the
+    /// way leaves the job open.
     void PrintRTF(const ObjectPointer& RTF, const std::string& PrintJobTitle = "",
                   const std::string& projectID = "", DeviceContext* printerHDC = nullptr);
 
@@ -103,7 +104,7 @@ class cPrinter {
     void takeDialogBlocks();
     void applyRequests();
     DeviceContext openDevice();
-    float pixelsPerMillimetre(std::int32_t resolution);
+    float pixelsPerMillimetre(std::int32_t index);
     std::string nameFrom(DeviceNames::Name name);
 
     void choosePrinterFor(WindowHandle window, bool hasSelection);

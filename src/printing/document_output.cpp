@@ -142,7 +142,8 @@ ObjectPointer cPrinter::CaptureActiveWindow() {
     return procedure(library_, "(Class Module) cPrinter::Function CaptureActiveWindow", [&] {
         Graphics& graphics = *library_.platform().graphics;
         const WindowHandle window = graphics.GetForegroundWindow();
-        const Rectangle area = graphics.GetWindowRect(window).value;
+        const Outcome<Rectangle> found = graphics.GetWindowRect(window);
+        const Rectangle area = found ? found.value : Rectangle{};
         return cAPIprocs(library_).CaptureWindow(window, false, 0, 0, checkedSubtract(area.right, area.left),
                                                  checkedSubtract(area.bottom, area.top));
     });

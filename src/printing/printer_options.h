@@ -40,6 +40,12 @@ enum ePrintOptions : std::int32_t {
     PD_NOCURRENTPAGE = 0x800000,
     PD_EXCLUSIONFLAGS = 0x1000000,
     PD_USELARGETEMPLATE = 0x10000000,
+
+    // Of the dialog with property sheets
+    PD_EXCL_COPIESANDCOLLATE = 0x8100,
+    PD_RESULT_CANCEL = 0,
+    PD_RESULT_PRINT = 1,
+    PD_RESULT_APPLY = 2,
 };
 #endif
 

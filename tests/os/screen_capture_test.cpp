@@ -18,8 +18,12 @@ struct CaptureTest : testing::Test, test::TestWorld, test::ScriptedDevices {
     cAPIprocs apis{library};
 };
 
-const std::string kCaptured =
-    "CreateCompatibleDC 100 50 CreateCompatibleBitmap 3 41 SelectObject 3 0 0 100 50 ";
+/// What is asked of the window's context and of the one in memory; `inBetween` where there is a palette.
+std::string captured(int context, const std::string& from, const std::string& inBetween = "") {
+    const std::string source = std::to_string(context) + ' ';
+    return "CreateCompatibleDC " + source + "CreateCompatibleBitmap " + source + "100 50 SelectObject 3 41 " +
+           inBetween + "BitBlt 3 0 0 100 50 " + source + from + " 13369376 SelectObject 3 40 ";
+}
 
 TEST_F(CaptureTest, WindowsClientAreasAndPalettes) {
     struct Row {
@@ -27,19 +31,17 @@ TEST_F(CaptureTest, WindowsClientAreasAndPalettes) {
         std::int32_t rasterCaps, paletteSize;
         std::string expected;
     };
-    const std::string copied = "4 6 13369376 BitBlt 3 40 SelectObject ";
     const std::string palette =
-        "0 GetSystemPaletteEntries 768 256 CreatePalette 42 0 SelectPalette RealizePalette ";
-    const std::string beforePalette = kCaptured.substr(0, kCaptured.find("3 0 0"));
+        "GetSystemPaletteEntries 2 0 CreatePalette 768 256 SelectPalette 3 42 0 RealizePalette 3 ";
+    const std::string whole =
+        "GetWindowDC 9 " + captured(2, "4 6") + "DeleteDC 3 ReleaseDC 9 2 Picture 1 41 0 1 ";
     const Row rows[] = {
-        {true, 1, 0, "GetDC " + kCaptured + "1 " + copied + "DeleteDC 3 ReleaseDC 9 1 Picture 1 41 0 1 "},
-        {false, 1, 256,
-         "GetWindowDC " + kCaptured + "2 " + copied + "DeleteDC 3 ReleaseDC 9 2 Picture 1 41 0 1 "},
-        {false, 256, 255,
-         "GetWindowDC " + kCaptured + "2 " + copied + "DeleteDC 3 ReleaseDC 9 2 Picture 1 41 0 1 "},
+        {true, 1, 0, "GetDC 9 " + captured(1, "4 6") + "DeleteDC 3 ReleaseDC 9 1 Picture 1 41 0 1 "},
+        {false, 1, 256, whole},
+        {false, 256, 255, whole},
         {false, 257, 256,
-         "GetWindowDC " + beforePalette + palette + "3 0 0 100 50 2 " + copied +
-             "43 0 SelectPalette DeleteDC 3 ReleaseDC 9 2 Picture 1 41 42 1 "},
+         "GetWindowDC 9 " + captured(2, "4 6", palette) +
+             "SelectPalette 3 43 0 DeleteDC 3 ReleaseDC 9 2 Picture 1 41 42 1 "},
     };
     for (const Row& row : rows) {
         calls.clear();
@@ -53,26 +55,33 @@ TEST_F(CaptureTest, EachFailureNamesItsCall) {
     caps = {{DeviceCaps::RasterCaps, 256}, {DeviceCaps::SizePalette, 256}};
     const std::string name = "(Class Module) cAPIprocs::Function CaptureWindow";
     prog.errorLogBrief = true;
-    for (const std::string call :
+    const auto expectFailure = [&](int number, const std::string& description) {
+        calls.clear();
+        try {
+            apis.CaptureWindow(9, true, 4, 6, 100, 50);
+            ADD_FAILURE() << description;
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(error.number(), number);
+            EXPECT_EQ(error.source(), name);
+            EXPECT_EQ(error.description(), description);
+        }
+        EXPECT_EQ(calls.find("DeleteDC"), std::string::npos);  // nothing is released
+        EXPECT_TRUE(system.read(path("t_eveml")).ends_with(" : " + description + "\r\n"));
+    };
+    for (const char* call :
          {"GetDC", "CreateCompatibleDC", "CreateCompatibleBitmap", "SelectObject", "GetSystemPaletteEntries",
           "CreatePalette", "SelectPalette", "RealizePalette", "BitBlt"}) {
-        for (const bool hasReason : {true, false}) {
-            calls.clear();
-            failing = call;
-            reason = hasReason ? SystemError::InvalidParameter : SystemError::Success;
-            const std::string description = hasReason ? name + " in " + call + " DLL function call" : name;
-            try {
-                apis.CaptureWindow(9, true, 4, 6, 100, 50);
-                ADD_FAILURE() << call;
-            } catch (const RuntimeError& error) {
-                EXPECT_EQ(error.number(), hasReason ? 17 : 5);
-                EXPECT_EQ(error.source(), name);
-                EXPECT_EQ(error.description(), description);
-            }
-            EXPECT_TRUE(calls.ends_with(call + ' ')) << calls;  // nothing is released
-            EXPECT_TRUE(system.read(path("t_eveml")).ends_with(" : " + description + "\r\n"));
-        }
+        failing = call;
+        expectFailure(17, name + " in " + call + " DLL function call");
     }
+    reason = SystemError::Success;
+    expectFailure(5, name);
+    struct NoMemory : test::ScriptedGraphics {
+        using ScriptedGraphics::ScriptedGraphics;
+        Outcome<DeviceContext> GetDC(WindowHandle) override { throw std::bad_alloc(); }
+    };
+    system.platform.graphics = std::make_unique<NoMemory>(*this);
+    expectFailure(7, name);
     EXPECT_EQ(reports, "");
 }
 
@@ -88,12 +97,11 @@ TEST_F(CaptureTest, FormsAndTheActiveWindow) {
     }
     apis.CapturePicture(form);
     const std::string ofForm = calls;
-    EXPECT_TRUE(ofForm.starts_with("GetWindowDC " + kCaptured + "2 0 0 ")) << ofForm;
+    EXPECT_TRUE(ofForm.starts_with("GetWindowDC 9 " + captured(2, "0 0"))) << ofForm;
 
     calls.clear();
     cPrinter(library).CaptureActiveWindow();
-    EXPECT_EQ(calls.substr(0, calls.find(" ReleaseDC")), ofForm.substr(0, ofForm.find(" ReleaseDC")));
-    EXPECT_TRUE(calls.ends_with("ReleaseDC 5 2 Picture 1 41 0 1 ")) << calls;
+    EXPECT_EQ(calls, "GetWindowDC 5 " + captured(2, "0 0") + "DeleteDC 3 ReleaseDC 5 2 Picture 1 41 0 1 ");
 
     failing = "BitBlt";
     EXPECT_EQ(test::failureOf([&] { cPrinter(library).CaptureActiveWindow(); }),

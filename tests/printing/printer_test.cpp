@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "host/memory_object.h"
 #include "runtime/errors.h"
@@ -20,7 +21,7 @@ struct PrinterTest : testing::Test, test::TestWorld, test::ScriptedDevices {
         system.platform.graphics = std::make_unique<test::ScriptedGraphics>(*this);
         caps = {{DeviceCaps::LogPixelsX, 600},      {DeviceCaps::LogPixelsY, 300},
                 {DeviceCaps::PhysicalWidth, 4960},  {DeviceCaps::PhysicalHeight, 3508},
-                {DeviceCaps::PhysicalOffsetX, 100}, {DeviceCaps::PhysicalOffsetY, 50}};
+                {DeviceCaps::PhysicalOffsetX, 100}, {DeviceCaps::PhysicalOffsetY, 60}};
         onPrintDialog = [this](PrintDialog& dialog) {
             dialog.devMode = 11;
             dialog.devNames = 12;
@@ -44,27 +45,40 @@ TEST_F(PrinterTest, ANewPrinterIsEmpty) {
     EXPECT_EQ(printer.DeviceName() + printer.OutputName(), "");
     EXPECT_EQ(printer.Orientation(), 0);
     EXPECT_EQ(printer.colour(), 0);
-    EXPECT_EQ(printer.PixelsPerMMX() + printer.PixelsPerMMY(), 0);
+    EXPECT_EQ(printer.PixelsPerMMX() + printer.PixelsPerMMY(), 0.0F);
     bool cancelled = false;
     printer.PageSetup(5, 3, false, cancelled, true);
     EXPECT_EQ(takeCalls(), "PageSetupDlg 5 3 2000 2000 ");
 }
 
 TEST_F(PrinterTest, BlocksAreKeptUpToTheirSizes) {
-    for (const std::size_t size : {0U, 1U, 121U, 122U, 123U, 10000U}) {
+    for (const std::size_t size : {0U, 1U, 121U, 122U, 123U, 207U, 208U, 209U, 10000U}) {
         cPrinter printer(library);
-        blocks[11].assign(size, std::byte{'a'});
+        const auto fillBlocks = [&](char character) {
+            for (const MemoryBlock block : {11, 12})
+                blocks[block].assign(size, static_cast<std::byte>(character));
+        };
+        fillBlocks('a');
+        printer.ShowPrintDlg(0, 0);
+        fillBlocks('b');
+        onPrintDialog = [&](PrintDialog& dialog) {
+            for (const auto& [block, kept] : {std::pair{dialog.devMode, 122U}, {dialog.devNames, 208U}}) {
+                const std::string bytes(reinterpret_cast<const char*>(blocks[block].data()), size);
+                const std::size_t changed = std::min<std::size_t>(size, kept);
+                EXPECT_EQ(bytes, std::string(changed, 'a') + std::string(size - changed, 'b'));
+            }
+            fillBlocks('c');
+            return 0;
+        };
         printer.ShowPrintDlg(0, 0);
         printer.hdc();
         const std::size_t kept = std::min<std::size_t>(size, 122);
         EXPECT_EQ(openedSettings, std::string(kept, 'a') + std::string(122 - kept, '\0'));
-
-        blocks[11].assign(size, std::byte{'b'});
-        onPrintDialog = [](PrintDialog&) { return 0; };
-        printer.ShowPrintDlg(0, 0);  // the kept ones are put into the block ahead of the dialog
-        EXPECT_EQ(std::ranges::count(blocks[11], std::byte{'a'}), kept);
-        EXPECT_EQ(std::ranges::count(blocks[11], std::byte{'b'}), size - kept);
-        onPrintDialog = [](PrintDialog& dialog) { return dialog.devMode = 11, kDialogConfirmed; };
+        onPrintDialog = [](PrintDialog& dialog) {
+            dialog.devMode = 11;
+            dialog.devNames = 12;
+            return kDialogConfirmed;
+        };
     }
 }
 
@@ -75,7 +89,7 @@ TEST_F(PrinterTest, NamesAreReadAtTheirOffsets) {
         std::string expected;
     };
     const Row rows[] = {{0, 208, ""},
-                        {7, 208, ""},
+                        {4, 208, ""},
                         {8, 208, "abc"},
                         {10, 208, "c"},
                         {11, 208, ""},
@@ -107,31 +121,45 @@ TEST_F(PrinterTest, TheDeviceIsOpenedOnceWithWhatWasRequested) {
     {
         cPrinter printer(library);
         printer.Orientation(DMORIENT_LANDSCAPE);
-        printer.colour(DMCOLOUR_COLOUR);
+        printer.colour(DMCOLOUR_MONOCHROME);
         EXPECT_EQ(printer.hdc() + printer.hdc(), 14);
-        EXPECT_EQ(takeCalls(), "PrintDlg 0 1048576 0 0 CreateDC [Plotter] ");
+        EXPECT_EQ(takeCalls(), "PrintDlg 0 1048576 0 0 0 0 CreateDC [Plotter] ");
         EXPECT_EQ(openedSettings.substr(40, 6), "\x01\x09\x01\x01\x02" + std::string(1, '\0'));
-        EXPECT_EQ(openedSettings.substr(60, 2), "\x02" + std::string(1, '\0'));
+        EXPECT_EQ(openedSettings.substr(60, 2), "\x01" + std::string(1, '\0'));
         EXPECT_EQ(printer.Orientation() * 10 + printer.colour(), 22);
         EXPECT_FLOAT_EQ(printer.PixelsPerMMX(), 600 / 25.4F);
         EXPECT_FLOAT_EQ(printer.PixelsPerMMY(), 300 / 25.4F);
 
         bool cancelled = false;
+        blocks[13].assign(156, std::byte{3});
+        blocks[14] = blocks[12];
+        onPageSetup = [](PageSetupDialog& dialog) {
+            EXPECT_EQ(dialog.devMode * 100 + dialog.devNames, 1112);
+            dialog.devMode = 13;
+            dialog.devNames = 14;
+            return kDialogConfirmed;
+        };
         printer.PageSetup(5, 0x10F, true, cancelled, true);  // only PSD_DISABLEORIENTATION survives
-        printer.PageSetup(5, 0x10F, false, cancelled, false);
         EXPECT_EQ(takeCalls(), "DeleteDC 7 PageSetupDlg 5 256 1500 1200 ");
         EXPECT_FALSE(cancelled);
-        onPageSetup = [this](PageSetupDialog& dialog) {
-            blocks[11].assign(156, std::byte{'c'});
-            return dialog.devMode = 0, 0;
-        };
+        EXPECT_EQ(printer.Orientation(), 0x0303);
+
+        onPageSetup = [this](PageSetupDialog&) { return blocks[13].assign(156, std::byte{4}), 0; };
         printer.PageSetup(5, 0, false, cancelled, true);
         EXPECT_TRUE(cancelled);
-        EXPECT_EQ(printer.Orientation(), 0x0101);  // as it was read again before
+        EXPECT_EQ(printer.Orientation(), 0x0303);
+        printer.PageSetup(5, 0, false, cancelled, false);
+        EXPECT_EQ(printer.Orientation(), 0x0404);
+        takeCalls();
+
+        printer.hdc();
+        onPrintDialog = [](PrintDialog& dialog) { return dialog.context = 8, kDialogConfirmed; };
+        printer.ShowPrintDlg(0, PD_RETURNDC);
+        EXPECT_EQ(takeCalls(), "CreateDC [Plotter] DeleteDC 7 PrintDlg 0 256 0 0 0 0 DeleteDC 8 ");
         printer.hdc();
         takeCalls();
     }
-    EXPECT_EQ(takeCalls(), "DeleteDC 7 GlobalFree 11 GlobalFree 12 ");
+    EXPECT_EQ(takeCalls(), "DeleteDC 7 GlobalFree 13 GlobalFree 14 ");
 
     cPrinter printer(library);
     printer.colour(1 << 20);
@@ -158,24 +186,26 @@ TEST_F(PrinterTest, RichTextPageByPage) {
     const std::string start = "CreateDC [Plotter] StartDoc 7 19 Tavoru - Job [LPT1:] StartPage 7 ";
     const std::string next = "EndPage 7 StartPage 7 ";
     const std::string end = "EndPage 7 EndDoc 7 Format 21 ";
-    const std::string text = "Text 4387 80 P7 ";
+    const std::string text = "Text 4435 58 P7 ";
     const Row rows[] = {
         {0, 0, 4, "P7", by(6),
-         "PrintDlg 0 1310732 1 65535 " + start + "Format 21 0 -1 " + text + next + "Format 21 6 -1 " + text +
-             end,
+         "PrintDlg 0 1310732 1 65535 1 65535 " + start + "Format 21 0 -1 " + text + next + "Format 21 6 -1 " +
+             text + end,
          none},
-        {0, 0, 4, "", by(10), "PrintDlg 0 1310732 1 65535 " + start + "Format 21 0 -1 " + end, none},
+        {0, 0, 4, "", by(10), "PrintDlg 0 1310732 1 65535 1 65535 " + start + "Format 21 0 -1 " + end, none},
         {0, 0, 4, "", [](const FormatRange&) { return -1; },
-         "PrintDlg 0 1310732 1 65535 " + start + "Format 21 0 -1 " + end, none},
+         "PrintDlg 0 1310732 1 65535 1 65535 " + start + "Format 21 0 -1 " + end, none},
         {4, 1, 1, "", by(3),
-         "PrintDlg 0 1310729 1 65535 " + start + "Format 21 3 7 " + next + "Format 21 6 7 " + end, none},
+         "PrintDlg 0 1310729 1 65535 1 65535 " + start + "Format 21 3 7 " + next + "Format 21 6 7 " + end,
+         none},
         {4, 1, 0, "", by(9),
-         "PrintDlg 0 1310729 1 65535 " + start + "Format 21 0 -1 " + next + "Format 21 9 -1 " + end, none},
+         "PrintDlg 0 1310729 1 65535 1 65535 " + start + "Format 21 0 -1 " + next + "Format 21 9 -1 " + end,
+         none},
         {0, 0, 4, "",
          [](const FormatRange& range) {
              return std::min(range.firstCharacter, 5) + (range.firstCharacter == 0 ? 5 : -1);
          },
-         "PrintDlg 0 1310732 1 65535 " + start + "Format 21 0 -1 " + next + "Format 21 5 -1 " + end,
+         "PrintDlg 0 1310732 1 65535 1 65535 " + start + "Format 21 0 -1 " + next + "Format 21 5 -1 " + end,
          "482 (Class Module) cPrinter::Sub PrintRTF"},
     };
     names.title = "Tavoru";
@@ -188,11 +218,17 @@ TEST_F(PrinterTest, RichTextPageByPage) {
             return kDialogConfirmed;
         };
         printer.ShowPrintDlg(0, 0);
+        bool cancelled = false;
+        onPageSetup = [](PageSetupDialog& dialog) {
+            dialog.margin = {2000, 1900, 1800, 1700};
+            return kDialogConfirmed;
+        };
+        printer.PageSetup(0, 0, false, cancelled, true);
         takeCalls();
         pointers.clear();
         onPrintDialog = [&](PrintDialog& dialog) { return dialog.flags = row.flagsChosen, kDialogConfirmed; };
         format = [&](const FormatRange& range) {
-            EXPECT_EQ(range.area, (Rectangle{894, 894, 10530, 15464}));
+            EXPECT_EQ(range.area, (Rectangle{894, 789, 10644, 15586}));
             EXPECT_EQ(range.page, range.area);
             EXPECT_EQ(range.context + range.target, 14);
             return row.format(range);
@@ -204,8 +240,8 @@ TEST_F(PrinterTest, RichTextPageByPage) {
         EXPECT_EQ(context, 7);
         std::string made = takeCalls();
         EXPECT_NE(made.find("Font Arial 53 700 1 2 "), std::string::npos) << made;
-        for (const std::string part : {"Font Arial 53 700 1 2 ", "7 44 SelectObject Align 10 ",
-                                       "Align 0 7 40 SelectObject ", "DeleteObject 44 "}) {
+        for (const std::string part : {"Font Arial 53 700 1 2 ", "SelectObject 7 44 Colour 0 Align 10 ",
+                                       "Align 0 SelectObject 7 40 ", "DeleteObject 44 "}) {
             for (std::size_t at = made.find(part); at != std::string::npos; at = made.find(part))
                 made.erase(at, part.size());
         }
@@ -220,13 +256,14 @@ TEST_F(PrinterTest, NothingIsPrintedWithoutConsentOrPrinter) {
     DeviceContext context = 99;
     onPrintDialog = [](PrintDialog&) { return 0; };
     printer.PrintRTF(control, "Job", "P7", &context);
-    EXPECT_EQ(takeCalls() + pointers, "PrintDlg 0 1310732 1 65535 11 0 ");
+    EXPECT_EQ(takeCalls() + pointers, "PrintDlg 0 1310732 1 65535 1 65535 11 0 ");
     EXPECT_EQ(context, 99);
 
     onPrintDialog = [](PrintDialog&) { return kDialogConfirmed; };
     device = 0;
     printer.PrintRTF(control, "Job", "P7", &context);
-    EXPECT_EQ(takeCalls(), "PrintDlg 0 1310732 1 65535 PrintDlg 0 1048576 1 65535 CreateDC [] Format 21 ");
+    EXPECT_EQ(takeCalls(),
+              "PrintDlg 0 1310732 1 65535 1 65535 PrintDlg 0 1048576 1 65535 1 65535 CreateDC [] Format 21 ");
     EXPECT_EQ(boxes, "Unable to print|Tavoru procedures|0\n");
     EXPECT_EQ(context, 0);
 

@@ -1,8 +1,10 @@
 /// A printer and a display of which a test says what they answer, and which tell what they were asked.
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <map>
+#include <type_traits>
 #include <vector>
 
 #include "platform/printing.h"
@@ -37,9 +39,9 @@ struct ScriptedDevices {
         };
         (add(words), ...);
     }
-    template <class Value>
-    Outcome<Value> outcome(const std::string& call, Value value) {
-        note(call);
+    template <class Value, class... Words>
+    Outcome<Value> outcome(const std::string& call, Value value, const Words&... words) {
+        note(call, words...);
         if (call == failing) return {.error = reason};
         return {value};
     }
@@ -50,7 +52,8 @@ struct ScriptedPrinting : Printing {
     ScriptedDevices& devices;
 
     std::int32_t PrintDlgA(PrintDialog& dialog) override {
-        devices.note("PrintDlg", dialog.owner, dialog.flags, dialog.minPage, dialog.maxPage);
+        devices.note("PrintDlg", dialog.owner, dialog.flags, dialog.fromPage, dialog.toPage, dialog.minPage,
+                     dialog.maxPage);
         return devices.onPrintDialog(dialog);
     }
     std::int32_t PageSetupDlgA(PageSetupDialog& dialog) override {
@@ -100,58 +103,57 @@ struct ScriptedGraphics : Graphics {
 
     WindowHandle GetForegroundWindow() override { return 5; }
     Outcome<Rectangle> GetWindowRect(WindowHandle) override { return {window}; }
-    Outcome<DeviceContext> GetDC(WindowHandle) override { return devices.outcome<DeviceContext>("GetDC", 1); }
-    Outcome<DeviceContext> GetWindowDC(WindowHandle) override {
-        return devices.outcome<DeviceContext>("GetWindowDC", 2);
+    Outcome<DeviceContext> GetDC(WindowHandle of) override {
+        return devices.outcome<DeviceContext>("GetDC", 1, of);
+    }
+    Outcome<DeviceContext> GetWindowDC(WindowHandle of) override {
+        return devices.outcome<DeviceContext>("GetWindowDC", 2, of);
     }
     bool ReleaseDC(WindowHandle of, DeviceContext context) override {
         devices.note("ReleaseDC", of, context);
         return true;
     }
-    Outcome<DeviceContext> CreateCompatibleDC(DeviceContext) override {
-        return devices.outcome<DeviceContext>("CreateCompatibleDC", 3);
+    Outcome<DeviceContext> CreateCompatibleDC(DeviceContext context) override {
+        return devices.outcome<DeviceContext>("CreateCompatibleDC", 3, context);
     }
     bool DeleteDC(DeviceContext context) override {
         devices.note("DeleteDC", context);
         return true;
     }
     std::int32_t GetDeviceCaps(DeviceContext context, std::int32_t index) override {
-        return context == 0 ? 0 : devices.caps[index];
+        return context == 0 || context == 3 ? 0 : devices.caps[index];
     }
     Outcome<GraphicsObject> SelectObject(DeviceContext context, GraphicsObject object) override {
-        devices.note(context, object);
-        return devices.outcome<GraphicsObject>("SelectObject", 40);
+        return devices.outcome<GraphicsObject>("SelectObject", 40, context, object);
     }
     bool DeleteObject(GraphicsObject object) override {
         devices.note("DeleteObject", object);
         return true;
     }
-    Outcome<GraphicsObject> CreateCompatibleBitmap(DeviceContext, std::int32_t width,
+    Outcome<GraphicsObject> CreateCompatibleBitmap(DeviceContext context, std::int32_t width,
                                                    std::int32_t height) override {
-        devices.note(width, height);
-        return devices.outcome<GraphicsObject>("CreateCompatibleBitmap", 41);
+        return devices.outcome<GraphicsObject>("CreateCompatibleBitmap", 41, context, width, height);
     }
     Outcome<bool> BitBlt(DeviceContext target, std::int32_t x, std::int32_t y, std::int32_t width,
                          std::int32_t height, DeviceContext source, std::int32_t left, std::int32_t top,
                          std::uint32_t operation) override {
-        devices.note(target, x, y, width, height, source, left, top, operation);
-        return devices.outcome("BitBlt", true);
+        return devices.outcome("BitBlt", true, target, x, y, width, height, source, left, top, operation);
     }
-    Outcome<std::vector<PaletteEntry>> GetSystemPaletteEntries(DeviceContext, std::uint32_t start,
+    /// One entry fewer than asked for.
+    Outcome<std::vector<PaletteEntry>> GetSystemPaletteEntries(DeviceContext context, std::uint32_t start,
                                                                std::uint32_t count) override {
-        devices.note(start);
-        return devices.outcome("GetSystemPaletteEntries", std::vector<PaletteEntry>(count));
+        return devices.outcome("GetSystemPaletteEntries", std::vector<PaletteEntry>(count - 1), context,
+                               start);
     }
     Outcome<GraphicsObject> CreatePalette(const LogicalPalette& palette) override {
-        devices.note(palette.version, palette.entries.size());
-        return devices.outcome<GraphicsObject>("CreatePalette", 42);
+        return devices.outcome<GraphicsObject>("CreatePalette", 42, palette.version, palette.entries.size());
     }
-    Outcome<GraphicsObject> SelectPalette(DeviceContext, GraphicsObject palette, bool background) override {
-        devices.note(palette, background);
-        return devices.outcome<GraphicsObject>("SelectPalette", 43);
+    Outcome<GraphicsObject> SelectPalette(DeviceContext context, GraphicsObject palette,
+                                          bool background) override {
+        return devices.outcome<GraphicsObject>("SelectPalette", 43, context, palette, background);
     }
-    Outcome<std::uint32_t> RealizePalette(DeviceContext) override {
-        return devices.outcome<std::uint32_t>("RealizePalette", 256);
+    Outcome<std::uint32_t> RealizePalette(DeviceContext context) override {
+        return devices.outcome<std::uint32_t>("RealizePalette", 256, context);
     }
     ObjectPointer OleCreatePictureIndirect(const PictureDescription& picture, bool own) override {
         devices.note("Picture", picture.pictureType, picture.bitmap, picture.palette, own);
@@ -161,7 +163,10 @@ struct ScriptedGraphics : Graphics {
         devices.note("Font", font.faceName, font.height, font.weight, font.charSet, font.quality);
         return 44;
     }
-    std::uint32_t SetTextColor(DeviceContext, std::uint32_t) override { return 0; }
+    std::uint32_t SetTextColor(DeviceContext, std::uint32_t colour) override {
+        devices.note("Colour", colour);
+        return 0;
+    }
     std::uint32_t SetTextAlign(DeviceContext, std::uint32_t align) override {
         devices.note("Align", align);
         return 0;
