@@ -69,7 +69,7 @@ Choice readCommandLine(std::span<const Command> commands, int argc, const char* 
     program.add_option("--samples", samples)->envname("TAVORU_SAMPLES");
     program.require_subcommand(0, 1);
 
-    constexpr std::size_t kMostArguments = 3;
+    constexpr std::size_t kMostArguments = 5;
     std::vector<Arguments> arguments(commands.size());
     std::map<std::string, CLI::App*> known;
     std::map<const CLI::App*, std::size_t> commandOf{{&program, 0}};
@@ -95,10 +95,13 @@ Choice readCommandLine(std::span<const Command> commands, int argc, const char* 
 }
 
 std::string helpText(std::span<const Command> commands) {
-    constexpr int kUsageWidth = 34;
+    constexpr std::size_t kUsageWidth = 34;
     std::ostringstream text;
-    const auto row = [&text](const char* usage, const char* help) {
-        text << "  " << std::left << std::setw(kUsageWidth) << usage << help << '\n';
+    const auto row = [&text](const std::string& usage, const char* help) {
+        const bool isLong = usage.size() >= kUsageWidth;
+        if (isLong) text << "  " << usage << '\n';
+        text << "  " << std::left << std::setw(static_cast<int>(kUsageWidth)) << (isLong ? "" : usage) << help
+             << '\n';
     };
     text << "Usage: ./run [--drive DIR] [COMMAND]\n\n"
             "A small survey application, without windows, on top of the general-procedures\n"

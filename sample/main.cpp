@@ -19,9 +19,10 @@ int fail(int exitCode, std::string message) {
 
 std::vector<tavoru::Command> allCommands() {
     std::vector<tavoru::Command> all;
-    for (const auto group : {tavoru::sessionCommands(), tavoru::jobCommands(), tavoru::settingsCommands(),
-                             tavoru::systemCommands(), tavoru::geodesyCommands(), tavoru::timeCommands(),
-                             tavoru::formCommands(), tavoru::helpCommands(), tavoru::displayCommands()}) {
+    for (const auto group :
+         {tavoru::sessionCommands(), tavoru::jobCommands(), tavoru::settingsCommands(),
+          tavoru::systemCommands(), tavoru::geodesyCommands(), tavoru::timeCommands(), tavoru::formCommands(),
+          tavoru::helpCommands(), tavoru::displayCommands(), tavoru::printingCommands()}) {
         all.insert(all.end(), group.begin(), group.end());
     }
     return all;

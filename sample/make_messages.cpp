@@ -8,10 +8,10 @@
 
 #include "databases.h"
 #include "frame/library.h"
+#include "help_windows.h"
 #include "messages.h"
 #include "platform_choice.h"
 #include "tavoru_host.h"
-#include "windows.h"
 #include "wrong_use.h"
 
 namespace {

@@ -68,6 +68,7 @@ void Tavoru::start(const Places& places) {
     prog.userINIpath = mainPath() + "user.ini";
     const std::string helpFolder = prog.progPath + "Help\\";
     host.helpFile(helpFolder + "Tavoru.chm");
+    host.programState(prog);
 
     if (!library.utility().FolderExists(prog.progPath)) {
         install(library, prog.progPath, filesIn(places.samples / "Samples"));

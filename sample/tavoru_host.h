@@ -27,6 +27,12 @@ class TavoruHost : public t_gencvf::Host {
     std::unique_ptr<t_gencvf::Utility> createUtility() override;
     std::unique_ptr<t_gencvf::ErrorReporter> createErrorReporter() override;
 
+    const t_gencvf::ProgramState* programState() override { return programState_; }
+    void mousePointer(std::int16_t shape) override { mousePointer_ = shape; }
+    std::int16_t mousePointer() const { return mousePointer_; }
+
+    /// `state` must outlive the host's last call by the library.
+    void programState(const t_gencvf::ProgramState& state) { programState_ = &state; }
     void helpFile(const std::string& path) { application_.helpFile = path; }
 
     /// The steps reported since the last call, innermost procedure first.
@@ -35,6 +41,8 @@ class TavoruHost : public t_gencvf::Host {
    private:
     const t_genproc::Platform& platform_;
     std::vector<ErrorStep> errorTrail_;
+    const t_gencvf::ProgramState* programState_ = nullptr;
+    std::int16_t mousePointer_ = t_gencvf::MousePointer::Default;
 
     t_gencvf::Application application_{
         .generalSection = "General",
@@ -47,6 +55,7 @@ class TavoruHost : public t_gencvf::Host {
         .gridModelName1 = "GridText",
         .gridModelName2 = "GridBinary",
         .tinModelName = "TIN",
+        .title = "Tavoru",
         .startUp = {.registryKey = "Software\\Tavoru",
                     .registryValue = "ProgramFolder",
                     .programFolderName = "Tavoru Survey",

@@ -32,5 +32,6 @@ std::span<const Command> timeCommands();      // commands/times.cpp
 std::span<const Command> formCommands();      // commands/forms.cpp
 std::span<const Command> helpCommands();      // commands/help.cpp
 std::span<const Command> displayCommands();   // commands/display.cpp
+std::span<const Command> printingCommands();  // commands/printing.cpp
 
 }  // namespace tavoru

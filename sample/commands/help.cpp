@@ -1,8 +1,8 @@
 // Instant Help: what the windows say about themselves and their controls.
 
 #include "commands/commands.h"
+#include "help_windows.h"
 #include "screen.h"
-#include "windows.h"
 
 namespace tavoru {
 namespace {

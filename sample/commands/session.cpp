@@ -286,6 +286,7 @@ int session(const Places& places, const Arguments& /*arguments*/) {
         describeTransformations(tavoru);
         readHelp(tavoru);
         fitAndPrompt(tavoru);
+        printReport(tavoru);
         chooseListFolder(tavoru);
         saveSettings(tavoru);
         noteFailure(tavoru);

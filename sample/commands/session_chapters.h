@@ -9,6 +9,9 @@ void readHelp(Tavoru& tavoru);
 
 void fitAndPrompt(Tavoru& tavoru);
 
+/// Prints a report, where a program can answer the print dialog.
+void printReport(Tavoru& tavoru);
+
 /// Leaves the platform's clock in another zone.
 void compareTimes(Tavoru& tavoru);
 

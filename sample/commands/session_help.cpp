@@ -2,9 +2,9 @@
 
 #include <sstream>
 
+#include "help_windows.h"
 #include "replaced.h"
 #include "screen.h"
-#include "windows.h"
 
 namespace tavoru {
 namespace {

@@ -22,7 +22,8 @@ class RichTextControl final : public Object {
     RichTextControl(std::intptr_t window, std::shared_ptr<const RichText> text);
 
     Variant get(std::string_view member, Arguments arguments = {}) override;
-    /// Error 380: a number below 0; what is beyond the end of the text counts as its end.
+    /// Error 380: a number below 0; what is beyond the end of the text counts as its end. 383: the member can
+    /// only be read. Setting SelStart selects nothing.
     void let(std::string_view member, const Variant& value, Arguments arguments = {}) override;
     Variant call(std::string_view member, Arguments arguments = {}) override;
     std::string_view typeName() const override { return "RichTextBox"; }

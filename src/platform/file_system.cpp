@@ -19,6 +19,14 @@ bool folderExists(Files& files, const std::string& folder) {
     return found && found.value.folder;
 }
 
+void writeFile(Files& files, const std::string& fileName, std::string_view bytes) {
+    const Outcome<FileHandle> file = files.CreateFileA(fileName, FileUse::Replace);
+    raiseOnFailure(file.error);
+    const SystemError written = files.WriteFile(file.value, bytes);
+    const SystemError closed = files.CloseHandle(file.value);
+    raiseOnFailure(written == SystemError::Success ? closed : written);
+}
+
 void makeFolder(Folders& folders, const std::string& folder) {
     raiseOnFolderFailure(folders.CreateDirectoryA(folder));
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "platform/files.h"
 #include "platform/folders.h"
@@ -10,6 +11,9 @@ namespace t_genproc {
 
 /// Whether `folder` names a folder; a "\" at its end does not count.
 bool folderExists(Files& files, const std::string& folder);
+
+/// Writes a file, over the one that stands there. The errors of writing a file.
+void writeFile(Files& files, const std::string& fileName, std::string_view bytes);
 
 /// Makes one folder. Error 75: it exists, or may not be made; 76: its parent does not exist.
 void makeFolder(Folders& folders, const std::string& folder);

@@ -4,19 +4,14 @@
 #include <thread>
 
 #include "platform/windows/windows_platform.h"
+#include "support/windows_dialog.h"
 
 namespace t_genproc {
 namespace {
 
 /// Waits for the message box of this process, reads its texts and presses the button that Enter would press.
 std::string answerBox() {
-    HWND box = nullptr;
-    DWORD process = 0;
-    while (process != ::GetCurrentProcessId() || !::IsWindowVisible(box)) {
-        box = ::FindWindowExA(nullptr, box, "#32770", nullptr);
-        ::GetWindowThreadProcessId(box, &process);
-        ::Sleep(5);
-    }
+    const HWND box = test::waitForDialog();
     char text[100] = "";
     ::GetWindowTextA(box, text, sizeof text);
     std::string texts = text;
@@ -27,7 +22,7 @@ std::string answerBox() {
         const bool isDefault = (::GetWindowLongA(child, GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
         if (isDefault) byDefault = ::GetDlgCtrlID(child);
     }
-    ::PostMessageA(box, WM_COMMAND, static_cast<WPARAM>(byDefault), 0);
+    test::press(box, byDefault);
     return texts + '|';
 }
 

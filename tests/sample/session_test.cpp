@@ -152,6 +152,34 @@ TEST_F(SampleHost, DescribesAndDisplays) {
     EXPECT_THAT(report, ContainsRegex("OSGBtoETRS.gsb\r\nCopyright [^\n]*\n$"));
 }
 
+TEST_F(SampleHost, PrintsDocuments) {
+    const std::tuple<std::string, std::string, std::string> cases[] = {
+        {"transformations --project 'Quarry 7' --to a.pdf", "^3 pages in /[^\n]*/a.pdf\n$",
+         "^ {60,}Quarry 7\n+Datum transformations\n+Distortion Grid: Australia.*\f {60,}Quarry 7\n.*\f {60,}"
+         "Quarry 7\n.*Auckland.*Copyright [^\n]*\n*\f$"},
+        {"field_notes.rtf --to 'C:\\a.pdf'", "^2 pages in /[^\n]*/drive/a.pdf\n$",
+         "^ {20,}Field notes\n.*no number[)].\n*\f3 +Levels.* {40,}M. Lind, 18 March 2026\n*\f$"},
+        {"field_notes.rtf --selection 1,11 --to a.pdf", "^1 page ", "^ +Field notes\n*\f$"},
+        {"wide --to a.pdf", "^1 page ", "^[0-9]{80}\n*é  [{]b[}]\n*\f$"},
+        {"settings <answers", "^1 page in /[^\n]*/a.pdf\n$",
+         "^[[]Printing.\nOrientation=Landscape\nPaper=A5\nMargins=100,3000,2000,2000\n*\f$"},
+    };
+    std::ofstream(folder_ / "wide") << std::string(80, '7') << "\r\né  {b}\n";
+    std::ofstream(folder_ / "answers") << "PDF\n" << ("Z:" + folder_.string() + "/a.pdf") << "\n\n\n";
+    for (const auto& [words, told, pages] : cases) {
+        if (words.starts_with("settings")) {
+            ASSERT_EQ(run("page-setup --landscape --paper a5 --margins 100,3000,2000,2000"), 0) << err_;
+        }
+        ASSERT_EQ(run("print " + words), 0) << words << err_;
+        EXPECT_THAT(out_, ContainsRegex(told)) << words;
+        const std::string file = out_.substr(out_.find('/'), out_.find('\n') - out_.find('/'));
+        ASSERT_EQ(run("pdftotext -layout " + (file.empty() ? "a.pdf" : file) + " -", ""), 0) << err_;
+        EXPECT_THAT(out_, ContainsRegex(pages)) << words;
+    }
+    ASSERT_EQ(run("pdfinfo a.pdf", ""), 0);
+    EXPECT_THAT(out_, ContainsRegex("Page size: +59[45][.0-9]* x (419|420)"));
+}
+
 TEST_F(SampleHost, MakesListsAndChecksMessages) {
     const std::tuple<const char*, const char*, int, const char*> cases[] = {
         {"5 | a|b\r\n-32768 | z\n\n5 | a|b", "$M s m.db", 0, "^$"},
@@ -235,6 +263,16 @@ TEST_F(SampleHost, AnswersWrongUseAndFailuresInOneLine) {
         {"combine Road b 3", 1},
         {"sort --numbers </proc/self/comm", 1},
         {"topic 1.5", 2},
+        {"print transformations </dev/null", 1},
+        {"print nowhere.txt --to a.pdf", 1},
+        {"print transformations --printer Nobody", 1},
+        {"print transformations --to /proc/none/a.pdf", 1},
+        {"print transformations --selection 5", 2},
+        {"print transformations --selection 90000,90001 --to a.pdf", 1},
+        {"page-setup </dev/null", 1},
+        {"page-setup --paper A99", 2},
+        {"page-setup --margins 1,2,3", 2},
+        {"capture Nobody a.png", 1},
     };
     for (const auto& [use, exitCode] : uses) {
         EXPECT_EQ(run(use), exitCode) << use;

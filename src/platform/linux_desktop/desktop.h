@@ -13,12 +13,16 @@
 namespace t_genproc::linux_desktop {
 
 /// Things by handles that are never given twice, so that one that is gone is never taken for another.
+/// The tables of contexts and objects give handles of their own kind, odd and even ones.
 template <class Thing>
 class Handles {
    public:
+    explicit Handles(std::intptr_t first) : next_(first) {}
+
     std::intptr_t add(std::shared_ptr<Thing> thing) {
-        things_.emplace(++last_, std::move(thing));
-        return last_;
+        const std::intptr_t handle = std::exchange(next_, next_ + 2);
+        things_.emplace(handle, std::move(thing));
+        return handle;
     }
     /// Null where there is none.
     std::shared_ptr<Thing> find(std::intptr_t handle) const {
@@ -30,7 +34,7 @@ class Handles {
 
    private:
     std::map<std::intptr_t, std::shared_ptr<Thing>> things_;
-    std::intptr_t last_ = 0;
+    std::intptr_t next_;
 };
 
 /// A font or a bitmap.
@@ -57,12 +61,13 @@ class Context {
     std::uint32_t textAlign = TextAlign::LeftTop;
 };
 
-/// Handles of contexts and objects are told apart by their tables.
 struct Desktop {
+    Desktop(LinuxDesktopOptions chosen, Files& system) : options(std::move(chosen)), files(system) {}
+
     LinuxDesktopOptions options;
     Files& files;
-    Handles<Context> contexts;
-    Handles<DrawingObject> objects;
+    Handles<Context> contexts{1};
+    Handles<DrawingObject> objects{2};
 };
 
 std::unique_ptr<Printing> makePrinting(std::shared_ptr<Desktop> desktop);

@@ -18,7 +18,7 @@
 namespace t_genproc {
 
 /// The printer that writes PDF files; it is always there.
-inline constexpr const char* kPdfPrinter = "PDF";
+inline constexpr const char* kPdfPrinter = "PDF file";
 
 /// What a user chooses in the print dialog.
 struct PrinterAnswer {
@@ -31,7 +31,7 @@ struct PrinterAnswer {
 /// What a user chooses in the page-setup dialog; what is missing stays as it was.
 struct PageAnswer {
     std::optional<bool> landscape{};
-    std::string paper{};                 ///< "A4", "Letter" and so on, as paperNames has them
+    std::string paper{};                 ///< "A4", "Letter" and so on, as papers.h has them
     std::optional<Rectangle> margins{};  ///< hundredths of a millimetre, from the edges of the paper
 };
 
@@ -60,7 +60,5 @@ void addLinuxDesktop(Platform& platform, LinuxDesktopOptions options = {});
 
 /// The names of all printers, the PDF printer first.
 std::vector<std::string> printerNames();
-/// The names of all papers.
-std::vector<std::string> paperNames();
 
 }  // namespace t_genproc

@@ -1,4 +1,4 @@
-#include "windows.h"
+#include "help_windows.h"
 
 #include <algorithm>
 #include <sstream>
