@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "platform/device_settings.h"
-#include "printing/printer_options.h"
+#include "platform/printer_options.h"
 
 namespace tavoru {
 namespace {

@@ -6,8 +6,8 @@
 #pragma once
 
 #include "page_setting.h"
+#include "platform/printer_options.h"
 #include "platform/printing.h"
-#include "printing/printer_options.h"
 
 namespace tavoru {
 

@@ -22,7 +22,7 @@ void select(const ObjectPointer& control, std::pair<std::int32_t, std::int32_t> 
 
 /// Why nothing was printed.
 std::string reasonOf(const Desk& desk, const PrintJob& job) {
-    if (const std::string told = desk.failure(); !told.empty()) return told;
+    if (std::string told = desk.failure(); !told.empty()) return told;
     if (job.hasFailed) return "the printer has not taken the document";
     if (job.wasConfirmed) return "there is no such printer";
     return "nothing was printed: the dialog was cancelled";

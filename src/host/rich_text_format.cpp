@@ -6,12 +6,11 @@
 #include <utility>
 
 #include "host/rtf_tokens.h"
+#include "host/rtf_words.h"
 #include "runtime/text.h"
 
 namespace t_gencvf {
 namespace {
-
-constexpr char32_t kReplacement = 0xFFFD;  // for what is no character
 
 // ---- Characters
 
@@ -55,160 +54,6 @@ class TextBuilder {
     bool paragraphEnded_ = true;
 };
 
-// ---- Control words
-
-constexpr struct {
-    std::string_view word;
-    char32_t character;
-} kCharacters[] = {
-    {"par", '\n'},
-    {"line", '\v'},
-    {"page", '\f'},
-    {"sect", '\f'},
-    {"tab", '\t'},
-    {"row", '\n'},
-    {"cell", '\t'},
-    {"\n", '\n'},
-    {"\r", '\n'},
-    {"\t", '\t'},
-    {"\\", '\\'},
-    {"{", '{'},
-    {"}", '}'},
-    {"~", 0xA0},
-    {"_", 0x2011},
-    {"bullet", 0x2022},
-    {"endash", 0x2013},
-    {"emdash", 0x2014},
-    {"lquote", 0x2018},
-    {"rquote", 0x2019},
-    {"ldblquote", 0x201C},
-    {"rdblquote", 0x201D},
-    {"enspace", 0x2002},
-    {"emspace", 0x2003},
-    {"'", kReplacement},
-};
-
-/// Where the text of a group goes to.
-enum class Destination { Text, Fonts, Colours, Nowhere };
-
-constexpr struct {
-    std::string_view word;
-    Destination destination;
-} kDestinations[] = {
-    {"fonttbl", Destination::Fonts},
-    {"colortbl", Destination::Colours},
-    {"*", Destination::Nowhere},
-    {"stylesheet", Destination::Nowhere},
-    {"info", Destination::Nowhere},
-    {"pict", Destination::Nowhere},
-    {"object", Destination::Nowhere},
-    {"header", Destination::Nowhere},
-    {"headerl", Destination::Nowhere},
-    {"headerr", Destination::Nowhere},
-    {"headerf", Destination::Nowhere},
-    {"footer", Destination::Nowhere},
-    {"footerl", Destination::Nowhere},
-    {"footerr", Destination::Nowhere},
-    {"footerf", Destination::Nowhere},
-    {"footnote", Destination::Nowhere},
-    {"fldinst", Destination::Nowhere},
-    {"listtable", Destination::Nowhere},
-    {"filetbl", Destination::Nowhere},
-    {"revtbl", Destination::Nowhere},
-    {"nonshppict", Destination::Nowhere},
-    {"themedata", Destination::Nowhere},
-    {"tc", Destination::Nowhere},
-    {"xe", Destination::Nowhere},
-    {"listoverridetable", Destination::Nowhere},
-};
-
-constexpr std::int32_t kDefaultFont = -1;
-
-/// What a group takes over from the one around it, and gives up at its end.
-struct State {
-    Destination destination = Destination::Text;
-    CharacterFormat character{};  // but for these two
-    std::int32_t font = kDefaultFont;
-    std::int32_t colour = 0;
-    bool hidden = false;
-    ParagraphFormat paragraph{};
-    std::int32_t defaultFont = 0;
-    std::int32_t fallback = 1;  // characters behind a \u for readers that do not know it
-    std::uint32_t newColour = 0;
-};
-
-/// In twips, no further than the largest paper.
-std::int32_t length(std::int32_t number) {
-    constexpr std::int32_t kMost = 31680;
-    return std::clamp(number, -kMost, kMost);
-}
-
-double fontSize(std::int32_t halfPoints) { return std::clamp(halfPoints, 2, 2 * 1638) / 2.0; }
-
-void addTab(ParagraphFormat& paragraph, std::int32_t number) {
-    constexpr std::size_t kMost = 32;  // as rich-text controls have
-    std::vector<std::int32_t>& tabs = paragraph.tabs;
-    const auto place = std::ranges::lower_bound(tabs, length(number));
-    if (number <= 0 || tabs.size() == kMost || (place != tabs.end() && *place == length(number))) return;
-    tabs.insert(place, length(number));
-}
-
-void setColour(State& state, std::int32_t number, unsigned shift) {
-    const auto part = static_cast<std::uint32_t>(std::clamp(number, 0, 255));
-    state.newColour = (state.newColour & ~(0xFFU << shift)) | part << shift;
-}
-
-void makePlain(State& state) {
-    state.character = {};
-    state.font = kDefaultFont;
-    state.colour = 0;
-    state.hidden = false;
-}
-
-constexpr struct {
-    std::string_view word;
-    std::int32_t otherwise;  // where the word has no number
-    void (*apply)(State& state, std::int32_t number);
-} kFormats[] = {
-    {"plain", 0, [](State& s, std::int32_t) { makePlain(s); }},
-    {"f", 0, [](State& s, std::int32_t n) { s.font = std::max(n, 0); }},
-    {"fs", 24, [](State& s, std::int32_t n) { s.character.size = fontSize(n); }},
-    {"b", 1, [](State& s, std::int32_t n) { s.character.bold = n != 0; }},
-    {"i", 1, [](State& s, std::int32_t n) { s.character.italic = n != 0; }},
-    {"ul", 1, [](State& s, std::int32_t n) { s.character.underline = n != 0; }},
-    {"uld", 1, [](State& s, std::int32_t n) { s.character.underline = n != 0; }},
-    {"uldb", 1, [](State& s, std::int32_t n) { s.character.underline = n != 0; }},
-    {"ulw", 1, [](State& s, std::int32_t n) { s.character.underline = n != 0; }},
-    {"ulnone", 0, [](State& s, std::int32_t) { s.character.underline = false; }},
-    {"cf", 0, [](State& s, std::int32_t n) { s.colour = n; }},
-    {"v", 1, [](State& s, std::int32_t n) { s.hidden = n != 0; }},
-
-    {"pard", 0, [](State& s, std::int32_t) { s.paragraph = {}; }},
-    {"ql", 0, [](State& s, std::int32_t) { s.paragraph.alignment = Alignment::Left; }},
-    {"qc", 0, [](State& s, std::int32_t) { s.paragraph.alignment = Alignment::Centre; }},
-    {"qr", 0, [](State& s, std::int32_t) { s.paragraph.alignment = Alignment::Right; }},
-    {"qj", 0, [](State& s, std::int32_t) { s.paragraph.alignment = Alignment::Justified; }},
-    {"li", 0, [](State& s, std::int32_t n) { s.paragraph.leftIndent = length(n); }},
-    {"ri", 0, [](State& s, std::int32_t n) { s.paragraph.rightIndent = length(n); }},
-    {"fi", 0, [](State& s, std::int32_t n) { s.paragraph.firstLineIndent = length(n); }},
-    {"sb", 0, [](State& s, std::int32_t n) { s.paragraph.spaceBefore = std::max(length(n), 0); }},
-    {"sa", 0, [](State& s, std::int32_t n) { s.paragraph.spaceAfter = std::max(length(n), 0); }},
-    {"tx", 0, [](State& s, std::int32_t n) { addTab(s.paragraph, n); }},
-
-    {"deff", 0, [](State& s, std::int32_t n) { s.defaultFont = std::max(n, 0); }},
-    {"uc", 1, [](State& s, std::int32_t n) { s.fallback = std::max(n, 0); }},
-    {"red", 0, [](State& s, std::int32_t n) { setColour(s, n, 16); }},
-    {"green", 0, [](State& s, std::int32_t n) { setColour(s, n, 8); }},
-    {"blue", 0, [](State& s, std::int32_t n) { setColour(s, n, 0); }},
-};
-
-/// The row of a table; null where there is none.
-template <class Table>
-auto find(const Table& table, std::string_view word) -> decltype(&*std::begin(table)) {
-    const auto found = std::ranges::find(table, word, [](const auto& row) { return row.word; });
-    return found == std::end(table) ? nullptr : &*found;
-}
-
 // ---- The reader
 
 class RtfReader {
@@ -227,10 +72,10 @@ class RtfReader {
     std::int32_t font() const { return state_.font == kDefaultFont ? state_.defaultFont : state_.font; }
     CharacterFormat format() const;
 
-    State state_;
-    std::vector<State> outer_;
+    RtfState state_;
+    std::vector<RtfState> outer_;
     std::size_t tooDeep_ = 0;  // groups that share one state, so that a damaged file does not fill the memory
-    std::int32_t toSkip_ = 0;  // bytes that stand for the character ahead of them
+    std::int32_t toSkip_ = 0;  // characters that stand for the one ahead of them
     char32_t highSurrogate_ = 0;
 
     std::map<std::int32_t, std::string> fonts_;
@@ -252,7 +97,7 @@ RichText RtfReader::read(std::string_view bytes) {
         }
         if (token.kind == RtfToken::Kind::Close && outer_.empty()) break;
     }
-    if (highSurrogate_ != 0) takeCharacter(kReplacement);
+    if (highSurrogate_ != 0) takeCharacter(kReplacementCharacter);
     return text_.take();
 }
 
@@ -268,7 +113,7 @@ void RtfReader::open() {
 
 void RtfReader::close() {
     toSkip_ = 0;
-    if (state_.destination == Destination::Fonts) endFont();
+    if (state_.destination == RtfDestination::Fonts) endFont();
     if (tooDeep_ > 0) {
         --tooDeep_;
     } else if (!outer_.empty()) {
@@ -279,8 +124,8 @@ void RtfReader::close() {
 
 /// Whether a word is a character that stands for the one ahead of it. Any other word ends such characters.
 bool RtfReader::isFallback(const RtfToken& token) {
-    const auto* const character = find(kCharacters, token.word);
-    const bool isOne = toSkip_ > 0 && character != nullptr && character->character > ' ';
+    const auto character = rtfCharacter(token.word);
+    const bool isOne = toSkip_ > 0 && character.value_or(0) > ' ';
     toSkip_ = isOne ? toSkip_ - 1 : 0;
     return isOne;
 }
@@ -295,16 +140,16 @@ void RtfReader::byte(unsigned char byte) {
 
 void RtfReader::word(const RtfToken& token) {
     if (token.word == "u") {
-        const std::int32_t unit = token.number.value_or(kReplacement);
+        const std::int32_t unit = token.number.value_or(kReplacementCharacter);
         const bool isUnit = unit >= -0x8000 && unit <= 0xFFFF;
-        takeUnit(isUnit ? static_cast<std::uint16_t>(unit) : kReplacement);
+        takeUnit(isUnit ? static_cast<std::uint16_t>(unit) : kReplacementCharacter);
         toSkip_ = state_.fallback;
-    } else if (const auto* character = find(kCharacters, token.word)) {
-        takeUnit(character->character);
-    } else if (const auto* destination = find(kDestinations, token.word)) {
-        if (state_.destination != Destination::Nowhere) state_.destination = destination->destination;
-    } else if (const auto* format = find(kFormats, token.word)) {
-        format->apply(state_, token.number.value_or(format->otherwise));
+    } else if (const auto character = rtfCharacter(token.word)) {
+        takeUnit(*character);
+    } else if (const auto destination = rtfDestination(token.word)) {
+        if (state_.destination != RtfDestination::Nowhere) state_.destination = *destination;
+    } else {
+        applyRtfWord(state_, token.word, token.number);
     }
 }
 
@@ -313,30 +158,30 @@ void RtfReader::takeUnit(char32_t unit) {
     const char32_t high = std::exchange(highSurrogate_, isHighSurrogate(unit) ? unit : 0);
     if (isLowSurrogate(unit)) {
         const char32_t character = 0x10000 + ((high - 0xD800) << 10U) + (unit - 0xDC00);
-        takeCharacter(high != 0 ? character : kReplacement);
+        takeCharacter(high != 0 ? character : kReplacementCharacter);
         return;
     }
-    if (high != 0) takeCharacter(kReplacement);
+    if (high != 0) takeCharacter(kReplacementCharacter);
     if (highSurrogate_ == 0) takeCharacter(unit);
 }
 
 void RtfReader::takeCharacter(char32_t character) {
     constexpr std::size_t kLongestName = 100;
     switch (state_.destination) {
-        case Destination::Text:
+        case RtfDestination::Text:
             if (!state_.hidden) text_.append(character, format(), state_.paragraph);
             break;
-        case Destination::Fonts:
+        case RtfDestination::Fonts:
             if (character == ';') {
                 endFont();
             } else if (fontName_.size() < kLongestName) {
                 t_genproc::text::appendCharacter(fontName_, character);
             }
             break;
-        case Destination::Colours:
+        case RtfDestination::Colours:
             if (character == ';') colours_.push_back(std::exchange(state_.newColour, 0));
             break;
-        case Destination::Nowhere: break;
+        case RtfDestination::Nowhere: break;
     }
 }
 

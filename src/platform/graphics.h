@@ -109,7 +109,8 @@ class Graphics {
     /// Fails with InvalidParameter for a width or height of 0 or below.
     virtual Outcome<GraphicsObject> CreateCompatibleBitmap(DeviceContext context, std::int32_t width,
                                                            std::int32_t height) = 0;
-    /// Copies a rectangle of pixels into `target`, at `x`, `y`. What is outside the source stays as it was.
+    /// Copies a rectangle of pixels into `target`, at `x`, `y`. What is outside the source stays as it was,
+    /// where the system does not fill it.
     virtual Outcome<bool> BitBlt(DeviceContext target, std::int32_t x, std::int32_t y, std::int32_t width,
                                  std::int32_t height, DeviceContext source, std::int32_t sourceX,
                                  std::int32_t sourceY, std::uint32_t operation) = 0;

@@ -16,7 +16,7 @@ using MemoryBlock = std::intptr_t;  ///< a block of global memory; 0 is none
 
 inline constexpr std::int32_t kDialogConfirmed = 1;
 
-/// The print dialog. The names of flags are those of ePrintOptions (printing/printer_options.h).
+/// The print dialog. The names of flags are those of ePrintOptions (platform/printer_options.h).
 struct PrintDialog {
     WindowHandle owner = 0;
     MemoryBlock devMode = 0;   ///< the printer's settings; the dialog may put another block in its place

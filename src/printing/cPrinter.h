@@ -13,8 +13,8 @@
 #include <string>
 
 #include "platform/device_settings.h"
+#include "platform/printer_options.h"
 #include "platform/printing.h"
-#include "printing/printer_options.h"
 #include "runtime/variant.h"
 
 namespace t_genproc {

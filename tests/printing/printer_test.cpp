@@ -22,7 +22,7 @@ struct PrinterTest : testing::Test, test::TestWorld, test::ScriptedDevices {
         caps = {{DeviceCaps::LogPixelsX, 600},      {DeviceCaps::LogPixelsY, 300},
                 {DeviceCaps::PhysicalWidth, 4960},  {DeviceCaps::PhysicalHeight, 3508},
                 {DeviceCaps::PhysicalOffsetX, 100}, {DeviceCaps::PhysicalOffsetY, 60}};
-        onPrintDialog = [this](PrintDialog& dialog) {
+        onPrintDialog = [](PrintDialog& dialog) {
             dialog.devMode = 11;
             dialog.devNames = 12;
             return kDialogConfirmed;

@@ -6,6 +6,7 @@
 
 #include "platform/linux_desktop/questions.h"
 #include "platform/linux_desktop/terminal.h"
+#include "platform/printer_options.h"
 
 namespace t_genproc::linux_desktop {
 namespace {
@@ -13,30 +14,10 @@ namespace {
 using Member = DeviceSettings::Member;
 using Name = DeviceNames::Name;
 
-namespace PrintFlag {
-constexpr std::uint32_t Selection = 0x1;
-constexpr std::uint32_t PageNumbers = 0x2;
-constexpr std::uint32_t NoSelection = 0x4;
-constexpr std::uint32_t ReturnDefault = 0x400;
-constexpr std::uint32_t CopiesBySettings = 0x40000;
-}  // namespace PrintFlag
-
-namespace PageFlag {
-constexpr std::uint32_t MinMargins = 0x1;
-constexpr std::uint32_t Margins = 0x2;
-constexpr std::uint32_t ThousandthsOfInches = 0x4;
-constexpr std::uint32_t HundredthsOfMillimetres = 0x8;
-constexpr std::uint32_t DisableMargins = 0x10;
-constexpr std::uint32_t DisableOrientation = 0x100;
-constexpr std::uint32_t DisablePaper = 0x200;
-constexpr std::uint32_t ReturnDefault = 0x400;
-}  // namespace PageFlag
-
 constexpr std::size_t kSettingsSize = 156;
 constexpr std::int16_t kVersion = 0x401;
 constexpr std::size_t kLongestDeviceName = 31;
 constexpr std::int32_t kMostCopies = 9999;
-constexpr std::int16_t kOwnSize = 256;  // DMPAPER_USER
 constexpr double kHundredthsPerTenth = 10;
 constexpr Rectangle kInchEachSide{2540, 2540, 2540, 2540};
 
@@ -49,7 +30,8 @@ void set(DeviceSettings& settings, std::uint32_t field, Member member, std::int1
 
 void setPaper(DeviceSettings& settings, PaperSize size) {
     const Paper* const paper = paperOfSize(size);
-    set(settings, DeviceFields::PaperSize, Member::PaperSize, paper != nullptr ? paper->number : kOwnSize);
+    set(settings, DeviceFields::PaperSize, Member::PaperSize,
+        paper != nullptr ? paper->number : std::int16_t{DMPAPER_USER});
     settings.fields(settings.fields() & ~(DeviceFields::PaperWidth | DeviceFields::PaperLength));
     if (paper != nullptr) return;
     set(settings, DeviceFields::PaperWidth, Member::PaperWidth, static_cast<std::int16_t>(size.width));
@@ -68,9 +50,9 @@ DeviceSettings completed(DeviceSettings settings, const Printer& printer) {
     const auto complete = [&](std::uint32_t field, Member member, std::int16_t value) {
         set(settings, field, member, chosen(settings, field, member, value));
     };
-    complete(DeviceFields::Orientation, Member::Orientation, kPortrait);
+    complete(DeviceFields::Orientation, Member::Orientation, DMORIENT_PORTRAIT);
     complete(DeviceFields::Copies, Member::Copies, 1);
-    complete(DeviceFields::Color, Member::Color, kColour);
+    complete(DeviceFields::Color, Member::Color, DMCOLOUR_COLOUR);
     setPaper(settings, paperSize(settings, printer.paper));
     return settings;
 }
@@ -78,8 +60,7 @@ DeviceSettings completed(DeviceSettings settings, const Printer& printer) {
 /// Lengths of a page-setup dialog and hundredths of a millimetre.
 class Unit {
    public:
-    explicit Unit(std::uint32_t flags)
-        : hundredths_((flags & PageFlag::ThousandthsOfInches) != 0 ? 2.54 : 1) {}
+    explicit Unit(std::uint32_t flags) : hundredths_((flags & PSD_INTHOUSANDTHSOFINCHES) != 0 ? 2.54 : 1) {}
     std::int32_t fromHundredths(double value) const { return rounded(value / hundredths_); }
     Rectangle fromHundredths(const Rectangle& each) const {
         return {fromHundredths(each.left), fromHundredths(each.top), fromHundredths(each.right),
@@ -101,13 +82,13 @@ class Unit {
 /// What the page-setup dialog offers to change, as it stands.
 PageAnswer offered(std::uint32_t flags, const DeviceSettings& settings, const Rectangle& margins) {
     PageAnswer offer;
-    if ((flags & PageFlag::DisablePaper) == 0) {
+    if ((flags & PSD_DISABLEPAPER) == 0) {
         const Paper* const paper = paperOfSize(paperSize(settings, {}));
         offer.paper = paper != nullptr ? paper->name : "another";
     }
-    if ((flags & PageFlag::DisableOrientation) == 0)
-        offer.landscape = settings.get(Member::Orientation) == kLandscape;
-    if ((flags & PageFlag::DisableMargins) == 0) offer.margins = margins;
+    if ((flags & PSD_DISABLEORIENTATION) == 0)
+        offer.landscape = settings.get(Member::Orientation) == DMORIENT_LANDSCAPE;
+    if ((flags & PSD_DISABLEMARGINS) == 0) offer.margins = margins;
     return offer;
 }
 
@@ -119,20 +100,19 @@ Rectangle atLeast(const Rectangle& margins, const Rectangle& least) {
 }  // namespace
 
 std::int32_t Dialogs::print(PrintDialog& dialog) {
-    const bool wantsDefault = (dialog.flags & PrintFlag::ReturnDefault) != 0;
+    const bool wantsDefault = (dialog.flags & PD_RETURNDEFAULT) != 0;
     if (wantsDefault && (dialog.devMode != 0 || dialog.devNames != 0)) return 0;
     std::optional<Selection> selection = selected(dialog.devMode, dialog.devNames);
     if (!selection) selection = selected(dialog.devMode, 0);  // its printer is gone
     if (!selection) return refuse("There is no printer");
     if (wantsDefault) return keep(*selection, dialog.devMode, dialog.devNames);
 
-    const bool offersSelection = (dialog.flags & PrintFlag::NoSelection) == 0;
-    const bool copiesBySettings = (dialog.flags & PrintFlag::CopiesBySettings) != 0;
+    const bool offersSelection = (dialog.flags & PD_NOSELECTION) == 0;
+    const bool copiesBySettings = (dialog.flags & PD_USEDEVMODECOPIES) != 0;
     const std::int32_t copies = copiesBySettings
                                     ? chosen(selection->settings, DeviceFields::Copies, Member::Copies, 1)
                                     : dialog.copies;
-    const PrinterAnswer preset{selection->printer.name, selection->output,
-                               (dialog.flags & PrintFlag::Selection) != 0,
+    const PrinterAnswer preset{selection->printer.name, selection->output, (dialog.flags & PD_SELECTION) != 0,
                                static_cast<std::int16_t>(std::clamp(copies, 1, kMostCopies))};
     const std::optional<PrinterAnswer> answer = askForPrinter(options_, preset, offersSelection);
     if (!answer || !apply(*answer, *selection)) return 0;
@@ -142,20 +122,19 @@ std::int32_t Dialogs::print(PrintDialog& dialog) {
     set(selection->settings, DeviceFields::Copies, Member::Copies, copiesBySettings ? wanted : kOne);
     if (!keep(*selection, dialog.devMode, dialog.devNames)) return 0;
     dialog.copies = static_cast<std::uint16_t>(copiesBySettings ? 1 : wanted);
-    dialog.flags &= ~(PrintFlag::Selection | PrintFlag::PageNumbers);
-    if (offersSelection && answer->selection) dialog.flags |= PrintFlag::Selection;
+    dialog.flags &= ~std::uint32_t{PD_SELECTION | PD_PAGENUMS};
+    if (offersSelection && answer->selection) dialog.flags |= PD_SELECTION;
     return kDialogConfirmed;
 }
 
 std::int32_t Dialogs::setUpPage(PageSetupDialog& dialog) {
-    const bool wantsDefault = (dialog.flags & PageFlag::ReturnDefault) != 0;
+    const bool wantsDefault = (dialog.flags & PSD_RETURNDEFAULT) != 0;
     if (wantsDefault && (dialog.devMode != 0 || dialog.devNames != 0)) return 0;
     std::optional<Selection> selection = selected(dialog.devMode, dialog.devNames);
     if (!selection) return refuse("The printer is not there any more");
 
     const Unit unit(dialog.flags);
-    Rectangle margin =
-        (dialog.flags & PageFlag::Margins) != 0 ? dialog.margin : unit.fromHundredths(kInchEachSide);
+    Rectangle margin = (dialog.flags & PSD_MARGINS) != 0 ? dialog.margin : unit.fromHundredths(kInchEachSide);
     if (!wantsDefault) {
         const PageAnswer offer = offered(dialog.flags, selection->settings, unit.toHundredths(margin));
         const std::optional<PageAnswer> answer = askForPage(options_, offer);
@@ -165,12 +144,11 @@ std::int32_t Dialogs::setUpPage(PageSetupDialog& dialog) {
     if (!keep(*selection, dialog.devMode, dialog.devNames)) return 0;
 
     const Sheet sheet = selection->printer.sheet(selection->settings);
-    if ((dialog.flags & PageFlag::MinMargins) == 0) dialog.minMargin = unit.fromHundredths(sheet.unprintable);
+    if ((dialog.flags & PSD_MINMARGINS) == 0) dialog.minMargin = unit.fromHundredths(sheet.unprintable);
     dialog.margin = atLeast(margin, dialog.minMargin);
     dialog.paperWidth = unit.fromHundredths(sheet.size.width * kHundredthsPerTenth);
     dialog.paperHeight = unit.fromHundredths(sheet.size.height * kHundredthsPerTenth);
-    if ((dialog.flags & PageFlag::ThousandthsOfInches) == 0)
-        dialog.flags |= PageFlag::HundredthsOfMillimetres;
+    if ((dialog.flags & PSD_INTHOUSANDTHSOFINCHES) == 0) dialog.flags |= PSD_INHUNDREDTHSOFMILLIMETERS;
     return kDialogConfirmed;
 }
 
@@ -202,7 +180,7 @@ bool Dialogs::apply(const PageAnswer& answer, const PageAnswer& offer, DeviceSet
     }
     if (offer.landscape && answer.landscape) {
         set(settings, DeviceFields::Orientation, Member::Orientation,
-            *answer.landscape ? kLandscape : kPortrait);
+            *answer.landscape ? DMORIENT_LANDSCAPE : DMORIENT_PORTRAIT);
     }
     return true;
 }

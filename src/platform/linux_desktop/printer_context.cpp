@@ -46,7 +46,7 @@ PrinterContext::PrinterContext(Desktop& desktop, Printer printer, const DeviceSe
     sheet_ = printer_.sheet(settings);
     job_.media = sheet_.media;
     job_.copies = std::max<std::int16_t>(chosen(settings, DeviceFields::Copies, Member::Copies, 1), 1);
-    job_.monochrome = chosen(settings, DeviceFields::Color, Member::Color, 0) == kMonochrome;
+    job_.monochrome = chosen(settings, DeviceFields::Color, Member::Color, 0) == DMCOLOUR_MONOCHROME;
 }
 
 std::int32_t PrinterContext::pixels(double tenthsOfMillimetre) const {

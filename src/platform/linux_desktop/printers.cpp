@@ -98,7 +98,8 @@ Sheet Printer::sheet(const DeviceSettings& settings) const {
         std::ranges::find_if(sheets, [size](const Sheet& sheet) { return isAlike(sheet.size, size); });
     Sheet upright = found == sheets.end() ? Sheet{} : *found;
     upright.size = size;
-    const bool isTurned = chosen(settings, DeviceFields::Orientation, Member::Orientation, 0) == kLandscape;
+    const bool isTurned =
+        chosen(settings, DeviceFields::Orientation, Member::Orientation, 0) == DMORIENT_LANDSCAPE;
     return isTurned ? turned(upright) : upright;
 }
 

@@ -8,6 +8,7 @@
 
 #include "platform/graphics.h"
 #include "platform/papers.h"
+#include "platform/printer_options.h"
 
 namespace t_genproc::linux_desktop {
 
@@ -32,10 +33,6 @@ struct Printer {
 /// What settings give for `member`; `otherwise` where they leave it to the printer.
 std::int16_t chosen(const DeviceSettings& settings, std::uint32_t field, DeviceSettings::Member member,
                     std::int16_t otherwise);
-inline constexpr std::int16_t kPortrait = 1;  // of DeviceSettings::Member::Orientation
-inline constexpr std::int16_t kLandscape = 2;
-inline constexpr std::int16_t kMonochrome = 1;  // of DeviceSettings::Member::Color
-inline constexpr std::int16_t kColour = 2;
 
 /// None where there is no such printer.
 std::optional<Printer> findPrinter(const std::string& name);
